@@ -1,0 +1,5 @@
+/// @file
+/// Everything of the Ogawa back end.
+#pragma once
+
+#include <Alembic/AbcCoreOgawa/ReadWrite.h>
