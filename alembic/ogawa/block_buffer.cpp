@@ -1,0 +1,105 @@
+/// @file
+/// The blocks a thread keeps.
+#include "ogawa/block_buffer.h"
+
+#include <algorithm>
+#include <atomic>
+#include <new>
+
+namespace Alembic::Ogawa {
+
+namespace {
+
+struct Block
+{
+    std::uint64_t source_id = 0; ///< 0: holds nothing
+    std::uint64_t number = 0;
+    std::unique_ptr<char[]> bytes;
+};
+
+/// A set-associative cache; the ways of a set are replaced in turn.
+struct ThreadBlocks
+{
+    Block blocks[BlockBuffer::sets][BlockBuffer::ways];
+    unsigned char next_way[BlockBuffer::sets] = {};
+};
+
+thread_local ThreadBlocks* thread_blocks = nullptr;
+thread_local bool thread_ends = false; // readers in static destructors outlive the blocks: they read directly
+
+struct ThreadBlocksOwner
+{
+    ~ThreadBlocksOwner()
+    {
+        delete thread_blocks;
+        thread_blocks = nullptr;
+        thread_ends = true;
+    }
+};
+
+ThreadBlocks* blocks_of_this_thread()
+{
+    if (thread_blocks || thread_ends) return thread_blocks;
+    thread_local ThreadBlocksOwner owner;
+    (void)owner;
+    return thread_blocks = new (std::nothrow) ThreadBlocks;
+}
+
+/// The bytes of a block, read if they are not there yet. Null when there is no memory to keep them.
+const char* find_block(const ByteSource& source, std::uint64_t source_id, std::uint64_t number)
+{
+    ThreadBlocks* const cache = blocks_of_this_thread();
+    if (!cache) return nullptr;
+    const std::size_t set = (number + source_id * 5) % BlockBuffer::sets;
+    for (const Block& block : cache->blocks[set])
+        if (block.number == number && block.source_id == source_id) return block.bytes.get();
+
+    Block& block = cache->blocks[set][cache->next_way[set]];
+    if (!block.bytes) block.bytes.reset(new (std::nothrow) char[BlockBuffer::block_size]);
+    if (!block.bytes) return nullptr;
+    cache->next_way[set] = static_cast<unsigned char>((cache->next_way[set] + 1) % BlockBuffer::ways);
+    block.source_id = 0; // holds nothing until the read has succeeded
+    const std::uint64_t start = number * BlockBuffer::block_size;
+    const std::uint64_t size = std::min<std::uint64_t>(BlockBuffer::block_size, source.size() - start);
+    source.read(start, block.bytes.get(), static_cast<std::size_t>(size));
+    block.source_id = source_id;
+    block.number = number;
+    return block.bytes.get();
+}
+
+std::uint64_t next_source_id()
+{
+    static std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
+} // namespace
+
+BlockBuffer::BlockBuffer(std::unique_ptr<const ByteSource> source)
+    : source_(std::move(source))
+    , size_(source_->size())
+    , id_(next_source_id())
+{
+    if (size_ == 0 || size_ > whole_limit) return;
+    std::unique_ptr<char[]> bytes(new char[static_cast<std::size_t>(size_)]);
+    source_->read(0, bytes.get(), static_cast<std::size_t>(size_));
+    whole_ = std::move(bytes);
+}
+
+void BlockBuffer::read_large_source(std::uint64_t position, void* into, std::size_t size) const
+{
+    if (size > small_limit) return source_->read(position, into, size);
+    auto* target = static_cast<char*>(into);
+    while (size > 0) {
+        const auto offset = static_cast<std::size_t>(position % block_size);
+        const std::size_t part = std::min(size, block_size - offset);
+        const char* const bytes = find_block(*source_, id_, position / block_size);
+        if (!bytes) return source_->read(position, target, size);
+        std::memcpy(target, bytes + offset, part);
+        position += part;
+        target += part;
+        size -= part;
+    }
+}
+
+} // namespace Alembic::Ogawa
