@@ -1,0 +1,61 @@
+/// read_array: an array sample straight from the file into a host array.
+#pragma once
+
+#include <Alembic/Abc/All.h>
+#include <vo_core/core_array.h>
+#include <vo_gmath/gmath_vec3.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <type_traits>
+
+/// What one element of a host array is made of: `extent` numbers of type `Scalar`, and nothing else.
+template <class T>
+struct ElementLayout
+{
+    static_assert(std::is_arithmetic_v<T>, "state the layout of this element type");
+    using Scalar = T;
+    static constexpr std::size_t extent = 1;
+};
+template <class T>
+struct ElementLayout<GMathVec3<T>>
+{
+    using Scalar = T;
+    static constexpr std::size_t extent = 3;
+};
+
+/// True when elements of `type` are, byte for byte, elements T: as many numbers, as wide, integers for integers (of either
+/// sign) and floating-point for floating-point.
+template <class T>
+bool has_layout_of(const Alembic::Abc::DataType& type)
+{
+    using Layout = ElementLayout<T>;
+    static_assert(sizeof(T) == Layout::extent * sizeof(typename Layout::Scalar), "the element type has padding");
+    using namespace Alembic::Util;
+    const PlainOldDataType pod = type.getPod();
+    const bool is_floating = pod == kFloat16POD || pod == kFloat32POD || pod == kFloat64POD;
+    const bool is_integer = pod >= kUint8POD && pod <= kInt64POD;
+    if (!is_floating && !is_integer) return false;
+    return is_floating == std::is_floating_point_v<typename Layout::Scalar> && type.getExtent() == Layout::extent &&
+           type.getNumBytes() == sizeof(T);
+}
+
+/// Reads one sample of an array property into `values`: one allocation (none when it fits), one read, no copy. An index
+/// beyond the property's last sample reads that one. Old values are not kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no
+/// samples, or when its elements are not, byte for byte, T. Errors of the file are Alembic's exceptions.
+template <class T>
+bool read_array(const Alembic::Abc::IArrayProperty& property, Alembic::Abc::index_t sample_index, CoreArray<T>& values)
+{
+    if (!property.valid() || property.getNumSamples() == 0) return false;
+    if (!has_layout_of<T>(property.getDataType())) return false;
+    Alembic::Abc::IArrayProperty reader = property; // reading raw data is not const
+    const Alembic::Abc::ISampleSelector selector(sample_index);
+    Alembic::Util::Dimensions dimensions;
+    reader.getDimensions(dimensions, selector);
+    const std::size_t count = dimensions.numPoints();
+    if (count > std::numeric_limits<unsigned int>::max()) return false; // more than a host array can hold
+    values.resize_for_overwrite(count);
+    if (count > 0) reader.getAs(values.get_data(), selector);
+    return true;
+}
