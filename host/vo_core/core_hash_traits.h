@@ -1,0 +1,39 @@
+/// How CoreHashTable and CoreSet hash and compare their keys.
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+#include "vo_core/core_hash.h"
+#include "vo_core/core_string.h"
+
+/// Specialise for a key type, or give a table a traits class of your own, with these two functions. Overloads for other
+/// types make look-ups by them possible without building a key; equal values must hash alike.
+template <class Key>
+struct CoreHashTraits
+{
+    static_assert(std::is_integral_v<Key> || std::is_enum_v<Key> || std::is_pointer_v<Key>,
+                  "specialise CoreHashTraits for this key type");
+    static unsigned int hash(const Key& key)
+    {
+        std::uint64_t bits = 0;
+        if constexpr (std::is_pointer_v<Key>)
+            bits = reinterpret_cast<std::uintptr_t>(key);
+        else
+            bits = static_cast<std::uint64_t>(key);
+        bits *= 0x9e3779b97f4a7c15ull; // spreads keys that differ only in few, often high, bits
+        return static_cast<unsigned int>(bits >> 32);
+    }
+    static bool equal(const Key& a, const Key& b) { return a == b; }
+};
+
+template <>
+struct CoreHashTraits<CoreString>
+{
+    static unsigned int hash(const CoreBasicString& key) { return hash(key.get_view()); }
+    static unsigned int hash(std::string_view key) { return CoreHash::generate_jenkins(key.data(), key.size()); }
+    static unsigned int hash(const char* key) { return hash(std::string_view(key)); }
+    static bool equal(const CoreString& a, const CoreBasicString& b) { return a == b; }
+    static bool equal(const CoreString& a, std::string_view b) { return a.get_view() == b; }
+    static bool equal(const CoreString& a, const char* b) { return a.get_view() == b; }
+};
