@@ -43,7 +43,7 @@ private:
     void* memory();
 
     DataType data_type_;
-    std::vector<uint64_t> numbers_; // the values of a number type; 64-bit units for their alignment
+    std::vector<uint8_t> numbers_; // the bytes of a number type
     std::vector<std::string> strings_;
     std::vector<std::wstring> wide_strings_;
 };

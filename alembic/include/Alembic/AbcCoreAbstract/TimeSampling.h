@@ -54,7 +54,7 @@ private:
     IndexAndTime at(index_t index) const { return IndexAndTime(index, getSampleTime(index)); }
     index_t floor_between(chrono_t time, index_t numSamples) const;
     index_t uniform_floor(chrono_t time, index_t numSamples) const;
-    index_t cyclic_floor(chrono_t time) const;
+    index_t cyclic_floor(chrono_t time, index_t numSamples) const;
     index_t acyclic_floor(chrono_t time) const;
 
     TimeSamplingType type_;
