@@ -1,0 +1,74 @@
+/// @file
+/// The children of an object: their headers parsed once, their nodes made when they are asked for.
+#pragma once
+
+#include "core/ogawa/limits.h"
+#include "core/ogawa/metadata_table.h"
+#include "core/ogawa/name_index.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Alembic {
+namespace AbcCoreOgawa {
+inline namespace ALEMBIC_VERSION_NS {
+
+class ObjectReader;
+
+/// Does not change once made, but for the nodes, which appear one by one and stay.
+class ChildTable
+{
+public:
+    /// No children.
+    ChildTable() = default;
+    ~ChildTable();
+    ChildTable(const ChildTable&) = delete;
+    ChildTable& operator=(const ChildTable&) = delete;
+
+    /// Parses the child headers in `data`, the last child of an object group, all but the two hashes at its end. Throws
+    /// "Read invalid: Object Headers ..." when they are cut or refer to metadata that is not there.
+    ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata);
+
+    /// Different names there are; this many children can be reached by number.
+    std::uint32_t size() const { return index_.size(); }
+    std::uint32_t record_count() const { return static_cast<std::uint32_t>(records_.size()); }
+
+    /// Bytes of a file that these children take at least: their headers, and their entries in the object's group.
+    std::uint64_t byte_cost() const { return bytes_.size() + child_entry_bytes * records_.size(); }
+
+    /// The number of the last child of that name, or NameIndex::none.
+    std::uint32_t find(std::string_view name) const;
+
+    /// Of child `index`, which must be below the number of records.
+    std::string_view name(std::uint32_t index) const;
+    AbcA::MetaData metadata(std::uint32_t index, const MetadataTable& table) const;
+
+    /// The child's node, null while nobody has asked for it.
+    ObjectReader* node(std::uint32_t index) const { return nodes_[index].load(std::memory_order_acquire); }
+
+    /// Puts a child's node in its place. When another thread was faster its node stays and is returned, `node` is freed.
+    /// `added` tells which.
+    ObjectReader* add_node(std::uint32_t index, std::unique_ptr<ObjectReader> node, bool& added) const;
+
+private:
+    struct Record
+    {
+        std::uint64_t name_offset;
+        std::uint32_t name_size;
+        std::uint32_t metadata_size; ///< 0 but for metadata that stands in the header; it follows the name
+        std::uint8_t metadata_index;
+    };
+
+    std::string bytes_;
+    std::vector<Record> records_;
+    NameIndex index_;
+    std::unique_ptr<std::atomic<ObjectReader*>[]> nodes_;
+};
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreOgawa
+} // namespace Alembic
