@@ -41,21 +41,29 @@ bool has_layout_of(const Alembic::Abc::DataType& type)
            type.getNumBytes() == sizeof(T);
 }
 
-/// Reads one sample of an array property into `values`: one allocation (none when it fits), one read, no copy. An index
-/// beyond the property's last sample reads that one. Old values are not kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no
-/// samples, or when its elements are not, byte for byte, T. Errors of the file are Alembic's exceptions.
+/// Elements of the sample that `selector` finds in the property; 0 without samples. Reads no data.
+inline std::size_t element_count(const Alembic::Abc::IArrayProperty& property,
+                                 const Alembic::Abc::ISampleSelector& selector)
+{
+    if (!property.valid() || property.getNumSamples() == 0) return 0;
+    Alembic::Util::Dimensions dimensions;
+    property.getDimensions(dimensions, selector);
+    return dimensions.numPoints();
+}
+
+/// Reads one sample of an array property into `values`: one allocation (none when it fits), one read, no copy. The
+/// selector is applied to the property's own sampling; an index beyond its last sample reads that one. Old values are not
+/// kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no samples, or when
+/// its elements are not, byte for byte, T. Errors of the file are Alembic's exceptions.
 template <class T>
-bool read_array(const Alembic::Abc::IArrayProperty& property, Alembic::Abc::index_t sample_index, CoreArray<T>& values)
+bool read_array(const Alembic::Abc::IArrayProperty& property, const Alembic::Abc::ISampleSelector& selector,
+                CoreArray<T>& values)
 {
     if (!property.valid() || property.getNumSamples() == 0) return false;
     if (!has_layout_of<T>(property.getDataType())) return false;
-    Alembic::Abc::IArrayProperty reader = property; // reading raw data is not const
-    const Alembic::Abc::ISampleSelector selector(sample_index);
-    Alembic::Util::Dimensions dimensions;
-    reader.getDimensions(dimensions, selector);
-    const std::size_t count = dimensions.numPoints();
+    const std::size_t count = element_count(property, selector);
     if (count > std::numeric_limits<unsigned int>::max()) return false; // more than a host array can hold
     values.resize_for_overwrite(count);
-    if (count > 0) reader.getAs(values.get_data(), selector);
+    if (count > 0) Alembic::Abc::IArrayProperty(property).getAs(values.get_data(), selector); // getAs is not const
     return true;
 }

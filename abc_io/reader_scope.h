@@ -5,6 +5,7 @@
 #pragma once
 
 #include "abc_input_archive_handle.h"
+#include "static_positions.h"
 
 #include <Alembic/AbcGeom/All.h>
 #include <vo_core/core_string.h>
@@ -105,13 +106,23 @@ bool is_kind(const Alembic::Abc::IObject& object)
     return Schema::matches(object.getMetaData());
 }
 
+/// A typed object as handles hold it: with a place for what evaluations keep of it.
+template <class Kind>
+struct BoundObject : Kind, StaticPositions
+{
+    explicit BoundObject(const Alembic::Abc::IObject& object)
+        : Kind(object, Alembic::Abc::kWrapExisting)
+    {
+    }
+};
+
 /// The typed object of a found object; null when its properties are not what its schema needs. It is made from the object
 /// itself, not from its parent and name, so that a path through an instance keeps its own names and ancestors.
 template <class Kind>
 std::shared_ptr<Kind> make_typed_object(const Alembic::Abc::IObject& object)
 {
     try {
-        auto typed = std::make_shared<Kind>(object, Alembic::Abc::kWrapExisting);
+        auto typed = std::make_shared<BoundObject<Kind>>(object);
         return typed->valid() ? typed : nullptr;
     } catch (const std::exception&) {
         return nullptr; // opening never throws: the reader reports an object that cannot be had

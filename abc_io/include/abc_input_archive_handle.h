@@ -125,8 +125,8 @@ private:
     void share_in(std::shared_ptr<void> archive, std::shared_ptr<SysThreadLockRecursive> lock);
     /// Takes the object out of the handle; the caller destroys it, under the archive's lock.
     std::shared_ptr<void> take_object();
-    /// As invalidate, but hands the archive and the object to the caller instead of letting go of them.
-    bool invalidate_into(std::shared_ptr<void>& archive, std::shared_ptr<void>& object);
+    /// Takes archive and object out of the handle, for the caller to destroy, and returns the block to call.
+    std::shared_ptr<std::function<bool()>> empty_into(std::shared_ptr<void>& archive, std::shared_ptr<void>& object);
 
     mutable std::mutex mutex_;
     State state_;

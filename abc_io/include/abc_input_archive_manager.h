@@ -99,12 +99,16 @@ private:
     // The caller of these holds lock_.
     CachedArchivePtr find(const AbcFileList& filenames) const;
     CachedArchivePtr open_archive(const AbcFileList& filenames);
-    void add_user(const CachedArchivePtr& cached, AbcInputArchiveHandle& handle);
-    void invalidate_handles(AbcCachedInputArchive& stale, ClosedArchive& closed);
+    void insert(const CachedArchivePtr& cached);
+    void remove(const CachedArchivePtr& cached, ClosedArchive& closed);
+    static void add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle);
+    static void invalidate_handles(AbcCachedInputArchive& stale, ClosedArchive& closed);
     void publish_snapshot();
 
+    /// lock_ as ScopedLock takes it.
+    std::shared_ptr<SysThreadLockRecursive> share_lock() const;
     std::shared_ptr<const CacheSnapshot> get_snapshot() const;
-    static void log_archive_statistics(unsigned int number, const AbcCachedInputArchive& cached);
+    static void log_archive_statistics(unsigned int number, AbcCachedInputArchive& cached);
 
     static AbcInputArchiveManager* s_abc_manager;
 

@@ -1,0 +1,28 @@
+/// Positions and velocities of moving points at a time: the evaluation that meshes, curves and points share.
+#pragma once
+
+#include "blend.h"
+#include "static_positions.h"
+
+#include <Alembic/AbcGeom/All.h>
+
+#include <cstddef>
+
+/// What an evaluation reads, and by which rules.
+struct MovingPoints
+{
+    Alembic::AbcGeom::IP3fArrayProperty positions;
+    Alembic::AbcGeom::IV3fArrayProperty velocities;   ///< invalid, or without samples, where none are stored
+    Alembic::AbcGeom::AbcA::TimeSamplingPtr sampling; ///< times of the samples
+    std::size_t sample_count = 0;                     ///< samples to choose from; a property with fewer is clamped
+    bool keep_identity = true;                        ///< point i is the same point in every sample
+    BlendRounding rounding = BlendRounding::FLOAT_PRODUCTS; ///< of blends and differences
+    const StaticPositions* kept = nullptr;                  ///< where unchanging positions are kept; may be null
+};
+
+/// Positions at `time` (seconds) and the velocity of each (units per second), one element per point in stored order.
+/// Stored velocities (of the earlier sample) are used unless `ignore_velocities`, or they are as many as the positions
+/// are not; else velocities are differences between samples, or zero where points cannot be followed. Both outputs stay
+/// untouched when there are no samples. Alembic's exceptions pass.
+void evaluate_moving_points(const MovingPoints& points, double time, bool ignore_velocities,
+                            CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities);

@@ -1,0 +1,65 @@
+#include "normal_maps.h"
+
+#include "blend.h"
+#include "indexed_parameter.h"
+
+#include <vo_poly/reverse_poly_order.h>
+
+#include <cmath>
+#include <utility>
+
+using namespace Alembic::AbcGeom;
+
+bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& selector,
+                         const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
+                         CoreArray<GeometryNormalMap>& normal_maps)
+{
+    const std::size_t value_count = parameter_value_count(normals, selector);
+    if (value_count == 0 || parameter_index_count(normals, selector) != corner_count) return false;
+
+    normal_maps.resize(1);
+    GeometryNormalMap& map = normal_maps[0];
+    map.name = CoreString(normals.getName());
+    if (!read_array(IN3fGeomParam(normals).getValueProperty(), selector, map.values) ||
+        !read_parameter_indices(normals, selector, value_count, map.indices)) {
+        normal_maps.resize(0);
+        return false;
+    }
+    reverse_poly_order(face_counts, map.indices);
+    return true;
+}
+
+NormalsSpan find_normals_span(const IN3fGeomParam& normals, double time)
+{
+    // Intended: a sample this near (seconds) is taken as it is.
+    constexpr double near_enough = 0.001;
+    NormalsSpan span;
+    const auto count = static_cast<index_t>(normals.getNumSamples());
+    const TimeSamplingPtr sampling = normals.getTimeSampling();
+    if (!sampling || count < 2) return span;
+    const double near_time = sampling->getNearIndex(time, count).second;
+    if (time < sampling->getSampleTime(0) || time > sampling->getSampleTime(count - 1)) return span;
+    if (!(std::fabs(time - near_time) > near_enough)) return span;
+    const auto [floor, floor_time] = sampling->getFloorIndex(time, count);
+    const auto [ceil, ceil_time] = sampling->getCeilIndex(time, count);
+    span.floor = floor;
+    span.ceil = ceil;
+    span.is_between = ceil_time > floor_time;
+    if (span.is_between) span.weight = (time - floor_time) / (ceil_time - floor_time);
+    return span;
+}
+
+void blend_normals(const IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map)
+{
+    CoreArray<GMathVec3<float>> later;
+    if (parameter_value_count(normals, span.ceil) == map.values.get_count() &&
+        parameter_index_count(normals, span.ceil) == map.indices.get_count() &&
+        read_array(IN3fGeomParam(normals).getValueProperty(), span.ceil, later)) {
+        blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, span.weight,
+              BlendRounding::FLOAT_PRODUCTS);
+        return;
+    }
+    // Intended: where the samples cannot be blended, the earlier one is taken with y and z exchanged.
+    for (GMathVec3<float>& normal : map.values)
+        std::swap(normal.y, normal.z);
+}

@@ -1,0 +1,30 @@
+/// Normals of polygon corners as the host's normal map.
+#pragma once
+
+#include <Alembic/AbcGeom/All.h>
+#include <vo_core/core_array.h>
+#include <vo_geometry/geometry_normal_map.h>
+
+#include <cstddef>
+
+/// Fills one map with the normals at `selector`, indices in the host's winding, when there is one normal per polygon
+/// corner (`corner_count` of them, which the face counts add up to). False, maps untouched, with another layout or
+/// without normals; false and no map when an index lies beyond the normals.
+bool read_corner_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const Alembic::Abc::ISampleSelector& selector,
+                         const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
+                         CoreArray<GeometryNormalMap>& normal_maps);
+
+/// The samples of a parameter that stand around a time, and where between them the time lies.
+struct NormalsSpan
+{
+    Alembic::Abc::index_t floor = 0;
+    Alembic::Abc::index_t ceil = 0;
+    double weight = 0.0;     ///< 0 at the floor sample, 1 at the ceiling sample
+    bool is_between = false; ///< false: outside the samples, or so near to one that it is taken as it is
+};
+
+/// Where `time` (seconds) falls among the normals' samples.
+NormalsSpan find_normals_span(const Alembic::AbcGeom::IN3fGeomParam& normals, double time);
+
+/// `map` holds the values of the span's floor sample; blends them with those of its ceiling sample. Not renormalised.
+void blend_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map);

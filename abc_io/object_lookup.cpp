@@ -1,0 +1,73 @@
+/// Finding objects: one by its full name, or all that the readers support.
+#include "abc_input_archive_manager.h"
+#include "abc_internal.h"
+#include "reader_scope.h"
+
+#include <vo_app_base/app_progress_bar.h>
+#include <vo_sys/sys_timer.h>
+
+#include <exception>
+#include <string>
+
+using namespace Alembic::AbcGeom;
+
+namespace {
+
+constexpr int max_object_depth = 1000;     // deeper objects are not listed: an instance of an ancestor would never end
+constexpr double progress_interval = 50.0; // milliseconds between two steps of a bar that only shows activity
+
+/// Cycles the bar from 0.1 to 1.0 and back, a step each interval.
+void show_activity(AppProgressBar* progress, SysTimer& timer)
+{
+    if (!progress || timer.get_elapsed_time() <= progress_interval) return;
+    const float value = progress->get_value() + 0.1f;
+    progress->set_value(value >= 1.0f ? 0.1f : value);
+    timer.reset();
+}
+
+bool is_supported(const IObject& object)
+{
+    return is_kind<IXform>(object) || is_kind<IPolyMesh>(object) || is_kind<ISubD>(object) ||
+           is_kind<ICurves>(object) || is_kind<IPoints>(object) || is_kind<ICamera>(object);
+}
+
+void list_objects(const IObject& parent, CoreHashTable<CoreString, IObject>& objects, AppProgressBar* progress,
+                  int depth)
+{
+    if (depth == max_object_depth) return;
+    SysTimer timer;
+    const std::size_t child_count = parent.getNumChildren();
+    for (std::size_t i = 0; i < child_count; ++i) {
+        show_activity(progress, timer);
+        const IObject child = parent.getChild(i);
+        if (is_supported(child)) objects.insert(child.getFullName(), child);
+        list_objects(child, objects, progress, depth + 1);
+    }
+}
+
+} // namespace
+
+bool AbcInternal::get_object_by_full_name(IObject root, const CoreString& full_name, IObject& object)
+{
+    CoreArray<CoreString> components;
+    full_name.split("/", components, CoreString::SPLIT_FLAG_KEEP_EMPTY);
+    IObject current = root;
+    try {
+        for (const CoreString& component : components) {
+            if (component.is_empty()) continue;
+            const std::string name(component.get_view());
+            if (!current.getChildHeader(name)) return false;
+            current = current.getChild(name);
+        }
+    } catch (const std::exception&) {
+        return false; // a damaged object is one that cannot be had
+    }
+    object = current;
+    return true;
+}
+
+void AbcInputArchiveManager::build_file_object_list(IObject parent, CoreHashTable<CoreString, IObject>& objects,
+                                                    AppProgressBar* progress)
+{
+    list_objects(parent, objects, progress, 0);
+}

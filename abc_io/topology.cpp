@@ -1,0 +1,64 @@
+#include "topology.h"
+
+#include "indexed_parameter.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+// Loops over a block of fixed length become vector code at -O2.
+constexpr std::size_t block = 64;
+
+/// Bitwise or of f(value) over all values.
+template <class Function>
+unsigned int any_bits(const unsigned int* values, std::size_t count, Function f)
+{
+    unsigned int bits = 0;
+    std::size_t i = 0;
+    for (; i + block <= count; i += block)
+        for (std::size_t k = 0; k < block; ++k)
+            bits |= f(values[i + k]);
+    for (; i < count; ++i)
+        bits |= f(values[i]);
+    return bits;
+}
+
+constexpr unsigned int sign_bit = 0x80000000u;
+
+/// Sum of the counts in 64 bits; -1 when one of them, read as a signed number, is negative.
+std::int64_t sum_of_face_counts(const CoreArray<unsigned int>& face_counts)
+{
+    const std::size_t count = face_counts.get_count();
+    const unsigned int* values = face_counts.get_data();
+    if (any_bits(values, count, [](unsigned int n) { return n; }) & sign_bit) return -1;
+    std::int64_t sum = 0;
+    std::size_t i = 0;
+    for (; i + block <= count; i += block)
+        for (std::size_t k = 0; k < block; ++k)
+            sum += values[i + k];
+    for (; i < count; ++i)
+        sum += values[i];
+    return sum;
+}
+
+} // namespace
+
+bool face_counts_add_up(const CoreArray<unsigned int>& face_counts, std::size_t index_count)
+{
+    return sum_of_face_counts(face_counts) == static_cast<std::int64_t>(index_count);
+}
+
+bool indices_are_at_most(const CoreArray<unsigned int>& indices, std::uint64_t limit)
+{
+    // An index above the limit, or one with its sign bit set, leaves the sign bit in one of the two.
+    const auto last = static_cast<unsigned int>(std::min<std::uint64_t>(limit, std::numeric_limits<int>::max()));
+    return !(any_bits(indices.get_data(), indices.get_count(),
+                      [last](unsigned int index) { return index | (last - index); }) &
+             sign_bit);
+}
+
+bool indices_are_below(const CoreArray<unsigned int>& indices, std::size_t value_count)
+{
+    return value_count > 0 ? indices_are_at_most(indices, value_count - 1) : indices.is_empty();
+}
