@@ -63,7 +63,7 @@ void OgawaArchiveWriter::write_end()
     for (const TimeSamplingRecord& record : time_samplings_)
         encode_time_sampling(*record.sampling, std::uint32_t(record.max_sample_count), samplings);
     const std::uint64_t samplings_entry = file_.append_data({{samplings.data(), samplings.size()}});
-    const std::string& table = metadata_table_.encoded();
+    const std::string& table = shared_metadata_.encoded();
     const std::uint64_t table_entry = file_.append_data({{table.data(), table.size()}});
 
     file_.finish(file_.append_group(

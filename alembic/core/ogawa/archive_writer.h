@@ -44,7 +44,7 @@ public:
 
     Ogawa::FileWriter& file() { return file_; }
     SampleStore& samples() { return samples_; }
-    MetadataTable& metadata_table() { return metadata_table_; }
+    SharedMetadata& shared_metadata() { return shared_metadata_; }
     const AbcA::ObjectHeader& top_header() const { return top_header_; }
     ObjectContents& top_contents() { return top_contents_; }
 
@@ -80,7 +80,7 @@ private:
     std::string name_;
     Ogawa::FileWriter file_;
     SampleStore samples_;
-    MetadataTable metadata_table_;
+    SharedMetadata shared_metadata_;
     std::vector<TimeSamplingRecord> time_samplings_;
     AbcA::ObjectHeader top_header_;
     ObjectContents top_contents_;

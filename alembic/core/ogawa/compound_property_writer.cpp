@@ -9,14 +9,14 @@ namespace Alembic {
 namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
-std::uint64_t write_compound(OgawaArchiveWriter& archive, const NamedRecords<PropertyRecord>& properties)
+std::uint64_t write_compound(OgawaArchiveWriter& archive, const NamedRecords<WrittenProperty>& properties)
 {
     if (properties.size() == 0) return Ogawa::empty_group;
     std::string headers;
     std::vector<std::uint64_t> group;
     group.reserve(properties.size() + 1);
     for (std::size_t i = 0; i < properties.size(); ++i) {
-        encode_property_header(properties[i], archive.metadata_table(), headers);
+        encode_property_header(properties[i], archive.shared_metadata(), headers);
         group.push_back(properties[i].group_entry);
     }
     group.push_back(archive.file().append_data({{headers.data(), headers.size()}}));
@@ -30,7 +30,7 @@ OgawaCompoundWriter::OgawaCompoundWriter(std::shared_ptr<OgawaObjectWriter> obje
 {
 }
 
-OgawaCompoundWriter::OgawaCompoundWriter(std::shared_ptr<OgawaCompoundWriter> parent, PropertyRecord& record)
+OgawaCompoundWriter::OgawaCompoundWriter(std::shared_ptr<OgawaCompoundWriter> parent, WrittenProperty& record)
     : object_(parent->object_)
     , parent_(std::move(parent))
     , record_(&record)
@@ -67,18 +67,18 @@ const AbcA::PropertyHeader& OgawaCompoundWriter::getPropertyHeader(std::size_t i
 
 const AbcA::PropertyHeader* OgawaCompoundWriter::getPropertyHeader(const std::string& name)
 {
-    const PropertyRecord* property = properties_.find(name);
+    const WrittenProperty* property = properties_.find(name);
     return property != nullptr ? &property->header : nullptr;
 }
 
 AbcA::BasePropertyWriterPtr OgawaCompoundWriter::getProperty(const std::string& name)
 {
-    const PropertyRecord* property = properties_.find(name);
+    const WrittenProperty* property = properties_.find(name);
     return property != nullptr ? property->writer.lock() : nullptr;
 }
 
 template <class Writer>
-std::shared_ptr<Writer> OgawaCompoundWriter::create(std::unique_ptr<PropertyRecord> new_record)
+std::shared_ptr<Writer> OgawaCompoundWriter::create(std::unique_ptr<WrittenProperty> new_record)
 {
     object_->archive().file().check();
     const std::string& name = new_record->header.getName();
@@ -86,7 +86,7 @@ std::shared_ptr<Writer> OgawaCompoundWriter::create(std::unique_ptr<PropertyReco
     if (name.empty() || name.find('/') != std::string::npos) ABCA_THROW("Invalid name");
     new_record->header.getMetaData().serialize(); // throws what cannot be stored
 
-    PropertyRecord& record = properties_.add(std::move(new_record));
+    WrittenProperty& record = properties_.add(std::move(new_record));
     try {
         auto writer = std::make_shared<Writer>(shared_from_this(), record);
         record.writer = writer;
@@ -105,7 +105,7 @@ std::shared_ptr<Writer> OgawaCompoundWriter::create_simple(AbcA::PropertyType ki
     if (type.getExtent() == 0 || std::uint32_t(type.getPod()) >= Util::kNumPlainOldDataTypes)
         ABCA_THROW("create" << (kind == AbcA::kScalarProperty ? "Scalar" : "Array")
                             << "Property, illegal DataType provided.");
-    auto record = std::make_unique<PropertyRecord>();
+    auto record = std::make_unique<WrittenProperty>();
     record->header =
         AbcA::PropertyHeader(name, kind, metadata, type, object_->archive().getTimeSampling(time_sampling_index));
     record->time_sampling_index = time_sampling_index;
@@ -131,7 +131,7 @@ AbcA::ArrayPropertyWriterPtr OgawaCompoundWriter::createArrayProperty(const std:
 AbcA::CompoundPropertyWriterPtr OgawaCompoundWriter::createCompoundProperty(const std::string& name,
                                                                             const AbcA::MetaData& metadata)
 {
-    auto record = std::make_unique<PropertyRecord>();
+    auto record = std::make_unique<WrittenProperty>();
     record->header = AbcA::PropertyHeader(name, metadata);
     return create<OgawaCompoundWriter>(std::move(record));
 }

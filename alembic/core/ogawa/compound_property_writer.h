@@ -14,7 +14,7 @@ namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
 /// Writes headers and group of a compound all of whose properties are finished; returns the group's entry.
-std::uint64_t write_compound(OgawaArchiveWriter& archive, const NamedRecords<PropertyRecord>& properties);
+std::uint64_t write_compound(OgawaArchiveWriter& archive, const NamedRecords<WrittenProperty>& properties);
 
 /// Keeps its object and parent alive; is written when the last pointer to it or to anything below goes. An object's top
 /// compound is a view of what the object owns, and written with that.
@@ -25,7 +25,7 @@ public:
     /// The top compound, without a name.
     explicit OgawaCompoundWriter(std::shared_ptr<OgawaObjectWriter> object);
     /// `record` is owned by the parent.
-    OgawaCompoundWriter(std::shared_ptr<OgawaCompoundWriter> parent, PropertyRecord& record);
+    OgawaCompoundWriter(std::shared_ptr<OgawaCompoundWriter> parent, WrittenProperty& record);
     ~OgawaCompoundWriter() override;
 
     const AbcA::PropertyHeader& getHeader() const override;
@@ -50,7 +50,7 @@ public:
 
 private:
     template <class Writer>
-    std::shared_ptr<Writer> create(std::unique_ptr<PropertyRecord> record);
+    std::shared_ptr<Writer> create(std::unique_ptr<WrittenProperty> record);
     template <class Writer>
     std::shared_ptr<Writer> create_simple(AbcA::PropertyType kind, const std::string& name,
                                           const AbcA::MetaData& metadata, const AbcA::DataType& type,
@@ -58,10 +58,10 @@ private:
 
     std::shared_ptr<OgawaObjectWriter> object_;
     std::shared_ptr<OgawaCompoundWriter> parent_;      ///< null for the top compound
-    PropertyRecord* record_ = nullptr;                 ///< null for the top compound
+    WrittenProperty* record_ = nullptr;                ///< null for the top compound
     std::unique_ptr<AbcA::PropertyHeader> top_header_; ///< null for others
-    NamedRecords<PropertyRecord> own_properties_;      ///< unused by the top compound
-    NamedRecords<PropertyRecord>& properties_;
+    NamedRecords<WrittenProperty> own_properties_;     ///< unused by the top compound
+    NamedRecords<WrittenProperty>& properties_;
 };
 
 } // namespace ALEMBIC_VERSION_NS

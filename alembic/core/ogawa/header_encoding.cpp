@@ -42,7 +42,7 @@ std::uint32_t checked_length(const std::string& text)
 
 } // namespace
 
-std::uint8_t MetadataTable::index_of(const std::string& metadata)
+std::uint8_t SharedMetadata::index_of(const std::string& metadata)
 {
     if (metadata.empty()) return 0;
     if (metadata.size() > 255) return Ogawa::metadata_in_place;
@@ -56,7 +56,7 @@ std::uint8_t MetadataTable::index_of(const std::string& metadata)
     return index;
 }
 
-void encode_property_header(const PropertyRecord& property, MetadataTable& table, std::string& blob)
+void encode_property_header(const WrittenProperty& property, SharedMetadata& table, std::string& blob)
 {
     const AbcA::PropertyHeader& header = property.header;
     const std::string& name = header.getName();
@@ -102,7 +102,7 @@ void encode_property_header(const PropertyRecord& property, MetadataTable& table
     }
 }
 
-void encode_object_header(const AbcA::ObjectHeader& object, MetadataTable& table, std::string& blob)
+void encode_object_header(const AbcA::ObjectHeader& object, SharedMetadata& table, std::string& blob)
 {
     const std::string metadata = object.getMetaData().serialize();
     const std::uint8_t metadata_index = table.index_of(metadata);

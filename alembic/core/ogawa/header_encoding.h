@@ -15,7 +15,7 @@ namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
 /// Short metadata strings of an archive, each stored once and referred to by a number of one byte.
-class MetadataTable
+class SharedMetadata
 {
 public:
     /// 0 for empty metadata, 1 to 254 for an entry of the table (a new one where there is room), else
@@ -31,8 +31,8 @@ private:
 };
 
 /// Each appends one record to `blob`.
-void encode_property_header(const PropertyRecord& property, MetadataTable& table, std::string& blob);
-void encode_object_header(const AbcA::ObjectHeader& object, MetadataTable& table, std::string& blob);
+void encode_property_header(const WrittenProperty& property, SharedMetadata& table, std::string& blob);
+void encode_object_header(const AbcA::ObjectHeader& object, SharedMetadata& table, std::string& blob);
 void encode_time_sampling(const AbcA::TimeSampling& sampling, std::uint32_t max_sample_count, std::string& blob);
 
 } // namespace ALEMBIC_VERSION_NS

@@ -19,8 +19,8 @@ FinishedObject write_object(OgawaArchiveWriter& archive, const AbcA::ObjectHeade
     for (std::size_t i = 0; i < contents.properties.size(); ++i)
         properties_hash.add(contents.properties[i].hash);
     for (std::size_t i = 0; i < contents.children.size(); ++i) {
-        const ObjectRecord& child = contents.children[i];
-        encode_object_header(child.header, archive.metadata_table(), headers);
+        const WrittenObject& child = contents.children[i];
+        encode_object_header(child.header, archive.shared_metadata(), headers);
         group.push_back(child.group_entry);
         children_hash.add(child.hash);
     }
@@ -47,7 +47,7 @@ OgawaObjectWriter::OgawaObjectWriter(std::shared_ptr<OgawaArchiveWriter> archive
 {
 }
 
-OgawaObjectWriter::OgawaObjectWriter(std::shared_ptr<OgawaObjectWriter> parent, ObjectRecord& record)
+OgawaObjectWriter::OgawaObjectWriter(std::shared_ptr<OgawaObjectWriter> parent, WrittenObject& record)
     : archive_(parent->archive_)
     , parent_(std::move(parent))
     , record_(&record)
@@ -90,13 +90,13 @@ const AbcA::ObjectHeader& OgawaObjectWriter::getChildHeader(std::size_t i)
 
 const AbcA::ObjectHeader* OgawaObjectWriter::getChildHeader(const std::string& name)
 {
-    const ObjectRecord* child = contents_.children.find(name);
+    const WrittenObject* child = contents_.children.find(name);
     return child != nullptr ? &child->header : nullptr;
 }
 
 AbcA::ObjectWriterPtr OgawaObjectWriter::getChild(const std::string& name)
 {
-    const ObjectRecord* child = contents_.children.find(name);
+    const WrittenObject* child = contents_.children.find(name);
     return child != nullptr ? child->writer.lock() : nullptr;
 }
 
@@ -111,9 +111,9 @@ AbcA::ObjectWriterPtr OgawaObjectWriter::createChild(const AbcA::ObjectHeader& h
     header.getMetaData().serialize(); // throws what cannot be stored
 
     const std::string full_name = (record_ != nullptr ? parent_name : std::string()) + "/" + name;
-    auto new_record = std::make_unique<ObjectRecord>();
+    auto new_record = std::make_unique<WrittenObject>();
     new_record->header = AbcA::ObjectHeader(name, full_name, header.getMetaData());
-    ObjectRecord& record = contents_.children.add(std::move(new_record));
+    WrittenObject& record = contents_.children.add(std::move(new_record));
     try {
         auto child = std::make_shared<OgawaObjectWriter>(shared_from_this(), record);
         record.writer = child;

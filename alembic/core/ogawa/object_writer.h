@@ -31,7 +31,7 @@ public:
     /// The top object.
     explicit OgawaObjectWriter(std::shared_ptr<OgawaArchiveWriter> archive);
     /// A child; `record` is owned by the parent.
-    OgawaObjectWriter(std::shared_ptr<OgawaObjectWriter> parent, ObjectRecord& record);
+    OgawaObjectWriter(std::shared_ptr<OgawaObjectWriter> parent, WrittenObject& record);
     ~OgawaObjectWriter() override;
 
     const AbcA::ObjectHeader& getHeader() const override;
@@ -52,7 +52,7 @@ public:
 private:
     std::shared_ptr<OgawaArchiveWriter> archive_;
     std::shared_ptr<OgawaObjectWriter> parent_; ///< null for the top
-    ObjectRecord* record_ = nullptr;            ///< null for the top
+    WrittenObject* record_ = nullptr;           ///< null for the top
     ObjectContents own_contents_;               ///< unused by the top
     ObjectContents& contents_;
     std::weak_ptr<AbcA::CompoundPropertyWriter> properties_;

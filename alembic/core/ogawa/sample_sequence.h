@@ -21,7 +21,7 @@ inline namespace ALEMBIC_VERSION_NS {
 class SampleSequence
 {
 public:
-    SampleSequence(OgawaArchiveWriter& archive, PropertyRecord& record)
+    SampleSequence(OgawaArchiveWriter& archive, WrittenProperty& record)
         : archive_(archive)
         , record_(record)
     {
@@ -46,7 +46,7 @@ private:
     std::uint64_t store_dimensions(const AbcA::Dimensions& dimensions);
 
     OgawaArchiveWriter& archive_;
-    PropertyRecord& record_;
+    WrittenProperty& record_;
     std::vector<std::uint64_t> entries_; ///< children of the property's group
     SampleSequenceHash hash_;
 

@@ -19,7 +19,7 @@ class OgawaSimpleWriter : public Base
 {
 public:
     /// `record` is owned by the parent.
-    OgawaSimpleWriter(std::shared_ptr<OgawaCompoundWriter> parent, PropertyRecord& record)
+    OgawaSimpleWriter(std::shared_ptr<OgawaCompoundWriter> parent, WrittenProperty& record)
         : parent_(std::move(parent))
         , record_(record)
         , samples_(parent_->object()->archive(), record)
@@ -43,7 +43,7 @@ public:
 
 protected:
     std::shared_ptr<OgawaCompoundWriter> parent_;
-    PropertyRecord& record_;
+    WrittenProperty& record_;
     SampleSequence samples_;
 };
 

@@ -22,7 +22,7 @@ inline namespace ALEMBIC_VERSION_NS {
 namespace AbcA = ::Alembic::AbcCoreAbstract;
 
 /// A property. Its writer fills the record in while it lives, and `group_entry` and `hash` at its end.
-struct PropertyRecord
+struct WrittenProperty
 {
     AbcA::PropertyHeader header;
     std::weak_ptr<AbcA::BasePropertyWriter> writer;
@@ -39,7 +39,7 @@ struct PropertyRecord
 };
 
 /// A child object.
-struct ObjectRecord
+struct WrittenObject
 {
     AbcA::ObjectHeader header;
     std::weak_ptr<AbcA::ObjectWriter> writer;
@@ -92,8 +92,8 @@ private:
 /// All that an object consists of.
 struct ObjectContents
 {
-    NamedRecords<PropertyRecord> properties; ///< of its top compound
-    NamedRecords<ObjectRecord> children;
+    NamedRecords<WrittenProperty> properties; ///< of its top compound
+    NamedRecords<WrittenObject> children;
 };
 
 } // namespace ALEMBIC_VERSION_NS
