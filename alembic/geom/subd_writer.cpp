@@ -1,0 +1,144 @@
+#include <Alembic/AbcGeom/OSubD.h>
+
+#include "geom/mesh_writer.h"
+
+namespace Alembic {
+namespace AbcGeom {
+inline namespace ALEMBIC_VERSION_NS {
+
+namespace {
+
+constexpr int32_t not_set = ABC_GEOM_SUBD_NULL_INT_VALUE;
+
+} // namespace
+
+OSubDSchema::Sample::Sample(const Abc::P3fArraySample& positions, const Abc::Int32ArraySample& faceIndices,
+                            const Abc::Int32ArraySample& faceCounts, const Abc::Int32ArraySample& creaseIndices,
+                            const Abc::Int32ArraySample& creaseLengths, const Abc::FloatArraySample& creaseSharpnesses,
+                            const Abc::Int32ArraySample& cornerIndices, const Abc::FloatArraySample& cornerSharpnesses,
+                            const Abc::Int32ArraySample& holes)
+    : OMeshSampleBase(positions, faceIndices, faceCounts, OV2fGeomParam::Sample())
+    , crease_indices_(creaseIndices)
+    , crease_lengths_(creaseLengths)
+    , crease_sharpnesses_(creaseSharpnesses)
+    , corner_indices_(cornerIndices)
+    , corner_sharpnesses_(cornerSharpnesses)
+    , holes_(holes)
+{
+}
+
+bool OSubDSchema::Sample::has_creases() const
+{
+    return crease_indices_.valid() || crease_lengths_.valid() || crease_sharpnesses_.valid();
+}
+
+bool OSubDSchema::Sample::isPartialSample() const
+{
+    const bool has_numbers = interpolate_boundary_ != not_set || face_varying_interpolate_boundary_ != not_set ||
+                             face_varying_propagate_corners_ != not_set;
+    return has_no_mesh() &&
+           (has_velocities_or_uvs() || has_numbers || has_creases() || has_corners() || holes_.valid() || has_scheme());
+}
+
+struct OSubDSchema::State : OMeshState
+{
+    using OMeshState::OMeshState;
+
+    ScalarPart<Abc::Int32TPTraits> face_varying_interpolate_boundary{*this, ".faceVaryingInterpolateBoundary"};
+    ScalarPart<Abc::Int32TPTraits> face_varying_propagate_corners{*this, ".faceVaryingPropagateCorners"};
+    ScalarPart<Abc::Int32TPTraits> interpolate_boundary{*this, ".interpolateBoundary"};
+    ArrayPart<Abc::Int32TPTraits> crease_indices{*this, ".creaseIndices"};
+    ArrayPart<Abc::Int32TPTraits> crease_lengths{*this, ".creaseLengths"};
+    ArrayPart<Abc::Float32TPTraits> crease_sharpnesses{*this, ".creaseSharpnesses"};
+    ArrayPart<Abc::Int32TPTraits> corner_indices{*this, ".cornerIndices"};
+    ArrayPart<Abc::Float32TPTraits> corner_sharpnesses{*this, ".cornerSharpnesses"};
+    ArrayPart<Abc::Int32TPTraits> holes{*this, ".holes"};
+    ScalarPart<Abc::StringTPTraits> scheme{*this, ".scheme", Sample::default_scheme};
+
+    void write(const Sample& sample)
+    {
+        check(sample);
+        write_mesh(sample);
+        face_varying_interpolate_boundary.set_or_repeat(sample.getFaceVaryingInterpolateBoundary(), not_set);
+        face_varying_propagate_corners.set_or_repeat(sample.getFaceVaryingPropagateCorners(), not_set);
+        interpolate_boundary.set_or_repeat(sample.getInterpolateBoundary(), not_set);
+        velocities.set_or_repeat(sample.getVelocities());
+        uvs.set_or_repeat(sample.getUVs());
+        create_groups(sample);
+        crease_indices.set_or_repeat(sample.getCreaseIndices());
+        crease_lengths.set_or_repeat(sample.getCreaseLengths());
+        crease_sharpnesses.set_or_repeat(sample.getCreaseSharpnesses());
+        corner_indices.set_or_repeat(sample.getCornerIndices());
+        corner_sharpnesses.set_or_repeat(sample.getCornerSharpnesses());
+        holes.set_or_repeat(sample.getHoles());
+        if (scheme.exists() || sample.has_scheme()) scheme.set_or_repeat(sample.getSubdivisionScheme(), std::string());
+        count_sample();
+    }
+
+    void write_partial(const Sample& sample)
+    {
+        check(sample);
+        write_given(sample);
+        face_varying_interpolate_boundary.set_if_given(sample.getFaceVaryingInterpolateBoundary(), not_set);
+        face_varying_propagate_corners.set_if_given(sample.getFaceVaryingPropagateCorners(), not_set);
+        interpolate_boundary.set_if_given(sample.getInterpolateBoundary(), not_set);
+        create_groups(sample);
+        crease_indices.set_if_given(sample.getCreaseIndices());
+        crease_lengths.set_if_given(sample.getCreaseLengths());
+        crease_sharpnesses.set_if_given(sample.getCreaseSharpnesses());
+        corner_indices.set_if_given(sample.getCornerIndices());
+        corner_sharpnesses.set_if_given(sample.getCornerSharpnesses());
+        holes.set_if_given(sample.getHoles());
+        if (sample.has_scheme()) scheme.set_or_repeat(sample.getSubdivisionScheme(), std::string());
+        count_sample();
+    }
+
+    // Creases and corners come as whole groups of properties, also where a sample has a part of a group only.
+    void create_groups(const Sample& sample)
+    {
+        if (sample.has_creases() && !crease_indices.exists()) {
+            crease_indices.create();
+            crease_lengths.create();
+            crease_sharpnesses.create();
+        }
+        if (sample.has_corners() && !corner_indices.exists()) {
+            corner_indices.create();
+            corner_sharpnesses.create();
+        }
+    }
+};
+
+OSubDSchema::OSubDSchema(AbcA::CompoundPropertyWriterPtr parent, const std::string& name, const Argument& arg0,
+                         const Argument& arg1, const Argument& arg2, const Argument& arg3)
+    : OMeshSchema(parent, name, arg0, arg1, arg2, arg3)
+{
+    start<State>("OSubDSchema", arg0, arg1, arg2, arg3);
+}
+
+OSubDSchema::OSubDSchema(OCompoundProperty parent, const std::string& name, const Argument& arg0, const Argument& arg1,
+                         const Argument& arg2)
+    : OSubDSchema(parent.getPtr(), name, Abc::GetErrorHandlerPolicy(parent), arg0, arg1, arg2)
+{
+}
+
+void OSubDSchema::set(const Sample& sample)
+{
+    ALEMBIC_ABC_SAFE_CALL_BEGIN("OSubDSchema::set()");
+    State& state = writable_state<State>();
+    if (state.sparse() || sample.isPartialSample())
+        selective_set(sample);
+    else
+        state.write(sample);
+    ALEMBIC_ABC_SAFE_CALL_END();
+}
+
+void OSubDSchema::selective_set(const Sample& sample)
+{
+    ALEMBIC_ABC_SAFE_CALL_BEGIN("OSubDSchema::selectiveSet()");
+    writable_state<State>().write_partial(sample);
+    ALEMBIC_ABC_SAFE_CALL_END();
+}
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcGeom
+} // namespace Alembic
