@@ -1,0 +1,57 @@
+# Thin wrappers around CMake. `make demo` and `make test` do everything on a fresh Debian 12 machine.
+
+# In CI a warning is an error.
+WERROR := $(if $(CI),ON,OFF)
+JOBS ?= $(shell nproc)
+# A folder beside this repository that holds the archive conformance runner; its checks join `make test` when found.
+KIT ?= $(firstword $(patsubst %/conformance/run.sh,%,$(wildcard ../*/conformance/run.sh)))
+TIMEFORMAT = %R s
+
+.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench install-deps format clean
+
+all: build
+
+install-deps:
+	@scripts/install_deps.sh
+
+build: install-deps
+	@cmake --preset release -DVO_ABC_WERROR=$(WERROR) >build-release.log 2>&1 || { cat build-release.log; exit 1; }
+	@rm -f build-release.log
+	@cmake --build --preset release -j $(JOBS)
+
+demo: build
+	@scripts/demo.sh build/release/bin/vo_abc
+
+test: test-release conformance interface test-asan
+	@echo "all tests passed"
+
+test-release: build
+	@ctest --preset release -j $(JOBS)
+
+test-asan test-tsan: test-%: install-deps
+	@cmake --preset $* -DVO_ABC_WERROR=$(WERROR) >/dev/null
+	@cmake --build --preset $* -j $(JOBS)
+	@ctest --preset $* -j $(JOBS) $(if $(filter tsan,$*),-R Thread,)
+
+conformance: build
+ifneq ($(KIT),)
+	@Alembic_DIR=$(CURDIR)/build/release/alembic $(KIT)/conformance/run.sh --hard
+else
+	@echo "conformance: no kit beside this repository, skipped"
+endif
+
+interface: build
+ifneq ($(KIT),)
+	@scripts/interface_check.sh $(KIT)/alembic/interface_check/check.sh build/release
+else
+	@echo "interface: no kit beside this repository, skipped"
+endif
+
+bench: build
+	@scripts/bench.sh build/release
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	@rm -rf build
