@@ -27,13 +27,25 @@ struct CoreHashTraits
     static bool equal(const Key& a, const Key& b) { return a == b; }
 };
 
+/// Look-ups by CoreString, std::string, std::string_view and zero-terminated text.
 template <>
 struct CoreHashTraits<CoreString>
 {
-    static unsigned int hash(const CoreBasicString& key) { return hash(key.get_view()); }
-    static unsigned int hash(std::string_view key) { return CoreHash::generate_jenkins(key.data(), key.size()); }
-    static unsigned int hash(const char* key) { return hash(std::string_view(key)); }
-    static bool equal(const CoreString& a, const CoreBasicString& b) { return a == b; }
-    static bool equal(const CoreString& a, std::string_view b) { return a.get_view() == b; }
-    static bool equal(const CoreString& a, const char* b) { return a.get_view() == b; }
+    template <class Text>
+    static unsigned int hash(const Text& key)
+    {
+        const std::string_view view = view_of(key);
+        return CoreHash::generate_jenkins(view.data(), view.size());
+    }
+    template <class Text>
+    static bool equal(const CoreString& a, const Text& b)
+    {
+        return a.get_view() == view_of(b);
+    }
+
+private:
+    static std::string_view view_of(const CoreBasicString& text) { return text.get_view(); }
+    static std::string_view view_of(const std::string& text) { return text; }
+    static std::string_view view_of(std::string_view text) { return text; }
+    static std::string_view view_of(const char* text) { return text; }
 };
