@@ -91,37 +91,21 @@ struct OCurvesSchema::State : OSchemaState
             ABCA_THROW("Sample 0 must have valid data for all curve components: it has no positions");
     }
 
-    void write(const Sample& sample)
+    void write(const Sample& sample, bool is_partial)
     {
         check(sample);
-        self_bounds.set_for(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions());
-        num_vertices.set_or_start_empty(sample.getCurvesNumVertices());
-        basis_and_type.set_for(sample);
-        velocities.set_or_repeat(sample.getVelocities());
-        uvs.set_or_repeat(sample.getUVs());
-        normals.set_or_repeat(sample.getNormals());
-        widths.set_or_repeat(sample.getWidths());
-        position_weights.set_or_repeat(sample.getPositionWeights());
-        orders.set_or_repeat(sample.getOrders());
-        knots.set_or_repeat(sample.getKnots());
-        count_sample();
-    }
-
-    void write_partial(const Sample& sample)
-    {
-        check(sample);
-        self_bounds.set_for_partial(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions()); // Intended: alone among the parts it repeats.
-        num_vertices.set_if_given(sample.getCurvesNumVertices());
-        if (sample.getCurvesNumVertices().valid()) basis_and_type.set_for(sample);
-        velocities.set_if_given(sample.getVelocities());
-        uvs.set_if_given(sample.getUVs());
-        normals.set_if_given(sample.getNormals());
-        widths.set_if_given(sample.getWidths());
-        position_weights.set_if_given(sample.getPositionWeights());
-        orders.set_if_given(sample.getOrders());
-        knots.set_if_given(sample.getKnots());
+        const Absent absent = is_partial ? Absent::stays_out : Absent::repeats;
+        self_bounds.write(sample.getSelfBounds(), sample.getPositions(), absent);
+        positions.write(sample.getPositions(), Absent::repeats); // Intended: also in a partial sample.
+        num_vertices.write_or_start_empty(sample.getCurvesNumVertices(), absent);
+        if (!is_partial || sample.getCurvesNumVertices().valid()) basis_and_type.set_for(sample);
+        velocities.write(sample.getVelocities(), absent);
+        uvs.write(sample.getUVs(), absent);
+        normals.write(sample.getNormals(), absent);
+        widths.write(sample.getWidths(), absent);
+        position_weights.write(sample.getPositionWeights(), absent);
+        orders.write(sample.getOrders(), absent);
+        knots.write(sample.getKnots(), absent);
         count_sample();
     }
 };
@@ -141,20 +125,7 @@ OCurvesSchema::OCurvesSchema(OCompoundProperty parent, const std::string& name, 
 
 void OCurvesSchema::set(const sample_type& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OCurvesSchema::set()");
-    State& state = writable_state<State>();
-    if (state.sparse() || sample.isPartialSample())
-        selective_set(sample);
-    else
-        state.write(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
-}
-
-void OCurvesSchema::selective_set(const sample_type& sample)
-{
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OCurvesSchema::selectiveSet()");
-    writable_state<State>().write_partial(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    write_sample<State>(sample);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -25,7 +25,7 @@ struct OFaceSetSchema::State : OSchemaState
         if (num_samples() == 0 && !sample.getFaces().valid())
             ABCA_THROW("Sample 0 must have valid data for all faceset components");
         self_bounds.set(sample.getSelfBounds());
-        faces.set_or_repeat(sample.getFaces());
+        faces.write(sample.getFaces(), Absent::repeats);
         if (exclusive.exists() && exclusive.property().getNumSamples() < faces.property().getNumSamples())
             write_exclusivity();
         count_sample();

@@ -16,8 +16,7 @@ AbcA::MetaData geom_param_metadata(AbcA::MetaData metadata, const AbcA::DataType
     return metadata;
 }
 
-#define ALEMBIC_ABCGEOM_DEFINE_OGEOMPARAM(NAME, TRAITS)                                                                \
-    template class ALEMBIC_EXPORT OTypedGeomParam<Abc::TRAITS##TPTraits>;
+#define ALEMBIC_ABCGEOM_DEFINE_OGEOMPARAM(NAME, TRAITS) template class OTypedGeomParam<Abc::TRAITS##TPTraits>;
 ALEMBIC_ABCGEOM_FOR_EACH_TYPE(ALEMBIC_ABCGEOM_DEFINE_OGEOMPARAM)
 #undef ALEMBIC_ABCGEOM_DEFINE_OGEOMPARAM
 

@@ -23,22 +23,18 @@ void OMeshState::check(const OMeshSampleBase& sample) const
         ABCA_THROW("Sample 0 must have valid data for all mesh components");
 }
 
-void OMeshState::write_mesh(const OMeshSampleBase& sample)
+void OMeshState::write_mesh(const OMeshSampleBase& sample, Absent absent)
 {
-    self_bounds.set_for(sample.getSelfBounds(), sample.getPositions());
-    positions.set_or_repeat(sample.getPositions());
-    face_indices.set_or_repeat(sample.getFaceIndices());
-    face_counts.set_or_repeat(sample.getFaceCounts());
+    self_bounds.write(sample.getSelfBounds(), sample.getPositions(), absent);
+    positions.write(sample.getPositions(), Absent::repeats); // Intended: also in a partial sample.
+    face_indices.write(sample.getFaceIndices(), absent);
+    face_counts.write(sample.getFaceCounts(), absent);
 }
 
-void OMeshState::write_given(const OMeshSampleBase& sample)
+void OMeshState::write_velocities_and_uvs(const OMeshSampleBase& sample, Absent absent)
 {
-    self_bounds.set_for_partial(sample.getSelfBounds(), sample.getPositions());
-    positions.set_or_repeat(sample.getPositions()); // Intended: alone among the parts it repeats.
-    face_indices.set_if_given(sample.getFaceIndices());
-    face_counts.set_if_given(sample.getFaceCounts());
-    velocities.set_if_given(sample.getVelocities());
-    uvs.set_if_given(sample.getUVs());
+    velocities.write(sample.getVelocities(), absent);
+    uvs.write(sample.getUVs(), absent);
 }
 
 template <class INFO>
@@ -103,8 +99,8 @@ void OMeshSchema<INFO>::setUVSourceName(const std::string& name)
     ALEMBIC_ABC_SAFE_CALL_END();
 }
 
-template class ALEMBIC_EXPORT OMeshSchema<PolyMeshSchemaInfo>;
-template class ALEMBIC_EXPORT OMeshSchema<SubDSchemaInfo>;
+template class OMeshSchema<PolyMeshSchemaInfo>;
+template class OMeshSchema<SubDSchemaInfo>;
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcGeom

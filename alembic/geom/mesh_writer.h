@@ -32,11 +32,9 @@ protected:
     /// Throws unless a sample can be set: the first one needs all of the mesh.
     void check(const OMeshSampleBase& sample) const;
 
-    /// Bounds, positions and topology of a whole sample.
-    void write_mesh(const OMeshSampleBase& sample);
-
-    /// All that is common of a partial sample.
-    void write_given(const OMeshSampleBase& sample);
+    /// Bounds, positions and topology.
+    void write_mesh(const OMeshSampleBase& sample, Absent absent);
+    void write_velocities_and_uvs(const OMeshSampleBase& sample, Absent absent);
 };
 
 } // namespace ALEMBIC_VERSION_NS

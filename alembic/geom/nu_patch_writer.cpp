@@ -102,83 +102,53 @@ struct ONuPatchSchema::State : OSchemaState
             ABCA_THROW("Sample 0 must have valid data for all patch components");
     }
 
-    void write(const Sample& sample)
+    void write(const Sample& sample, bool is_partial)
     {
         check(sample);
-        self_bounds.set_for(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions());
-        num_u.set_or_repeat(sample.getNu(), not_set);
-        num_v.set_or_repeat(sample.getNv(), not_set);
-        u_order.set_or_repeat(sample.getUOrder(), not_set);
-        v_order.set_or_repeat(sample.getVOrder(), not_set);
-        u_knot.set_or_repeat(sample.getUKnot());
-        v_knot.set_or_repeat(sample.getVKnot());
-        velocities.set_or_repeat(sample.getVelocities());
-        uvs.set_or_repeat(sample.getUVs());
-        normals.set_or_repeat(sample.getNormals());
-        position_weights.set_or_repeat(sample.getPositionWeights());
-        if (sample.hasTrimCurve())
-            set_trim(sample);
+        const Absent absent = is_partial ? Absent::stays_out : Absent::repeats;
+        self_bounds.write(sample.getSelfBounds(), sample.getPositions(), absent);
+        positions.write(sample.getPositions(), Absent::repeats); // Intended: also in a partial sample.
+        num_u.write(sample.getNu(), not_set, absent);
+        num_v.write(sample.getNv(), not_set, absent);
+        u_order.write(sample.getUOrder(), not_set, absent);
+        v_order.write(sample.getVOrder(), not_set, absent);
+        u_knot.write(sample.getUKnot(), absent);
+        v_knot.write(sample.getVKnot(), absent);
+        velocities.write(sample.getVelocities(), absent);
+        uvs.write(sample.getUVs(), absent);
+        normals.write(sample.getNormals(), absent);
+        position_weights.write(sample.getPositionWeights(), absent);
+        write_trim(sample, absent);
+        count_sample();
+    }
+
+    // The trim properties come all together, and stay or repeat together.
+    void write_trim(const Sample& sample, Absent absent)
+    {
+        const bool is_given = sample.hasTrimCurve();
+        if (is_given)
+            trim_num_loops.set(sample.getTrimNumLoops());
         else
-            repeat_trim();
-        count_sample();
-    }
-
-    void write_partial(const Sample& sample)
-    {
-        check(sample);
-        self_bounds.set_for_partial(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions()); // Intended: alone among the parts it repeats.
-        num_u.set_if_given(sample.getNu(), not_set);
-        num_v.set_if_given(sample.getNv(), not_set);
-        u_order.set_if_given(sample.getUOrder(), not_set);
-        v_order.set_if_given(sample.getVOrder(), not_set);
-        u_knot.set_if_given(sample.getUKnot());
-        v_knot.set_if_given(sample.getVKnot());
-        velocities.set_if_given(sample.getVelocities());
-        uvs.set_if_given(sample.getUVs());
-        normals.set_if_given(sample.getNormals());
-        position_weights.set_if_given(sample.getPositionWeights());
-        if (sample.hasTrimCurve()) set_trim(sample);
-        count_sample();
-    }
-
-    // The trim properties come all together.
-    void set_trim(const Sample& sample)
-    {
-        trim_num_loops.set(sample.getTrimNumLoops());
-        set_trim_array(trim_num_curves, sample.getTrimNumCurves());
-        set_trim_array(trim_num_vertices, sample.getTrimNumVertices());
-        set_trim_array(trim_order, sample.getTrimOrder());
-        set_trim_array(trim_knot, sample.getTrimKnot());
-        set_trim_array(trim_min, sample.getTrimMin());
-        set_trim_array(trim_max, sample.getTrimMax());
-        set_trim_array(trim_u, sample.getTrimU());
-        set_trim_array(trim_v, sample.getTrimV());
-        set_trim_array(trim_w, sample.getTrimW());
+            trim_num_loops.leave_out(absent);
+        write_trim_array(trim_num_curves, sample.getTrimNumCurves(), is_given, absent);
+        write_trim_array(trim_num_vertices, sample.getTrimNumVertices(), is_given, absent);
+        write_trim_array(trim_order, sample.getTrimOrder(), is_given, absent);
+        write_trim_array(trim_knot, sample.getTrimKnot(), is_given, absent);
+        write_trim_array(trim_min, sample.getTrimMin(), is_given, absent);
+        write_trim_array(trim_max, sample.getTrimMax(), is_given, absent);
+        write_trim_array(trim_u, sample.getTrimU(), is_given, absent);
+        write_trim_array(trim_v, sample.getTrimV(), is_given, absent);
+        write_trim_array(trim_w, sample.getTrimW(), is_given, absent);
     }
 
     template <class TRAITS>
-    static void set_trim_array(ArrayPart<TRAITS>& part, const Abc::TypedArraySample<TRAITS>& sample)
+    static void write_trim_array(ArrayPart<TRAITS>& part, const Abc::TypedArraySample<TRAITS>& sample, bool is_given,
+                                 Absent absent)
     {
-        if (sample.valid() || part.exists())
-            part.set_or_repeat(sample);
+        if (is_given)
+            part.write_or_start_empty(sample, Absent::repeats);
         else
-            part.set(Abc::TypedArraySample<TRAITS>::emptySample());
-    }
-
-    void repeat_trim()
-    {
-        trim_num_loops.repeat();
-        trim_num_curves.repeat();
-        trim_num_vertices.repeat();
-        trim_order.repeat();
-        trim_knot.repeat();
-        trim_min.repeat();
-        trim_max.repeat();
-        trim_u.repeat();
-        trim_v.repeat();
-        trim_w.repeat();
+            part.leave_out(absent);
     }
 };
 
@@ -197,20 +167,7 @@ ONuPatchSchema::ONuPatchSchema(OCompoundProperty parent, const std::string& name
 
 void ONuPatchSchema::set(const sample_type& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("ONuPatchSchema::set()");
-    State& state = writable_state<State>();
-    if (state.sparse() || sample.isPartialSample())
-        selective_set(sample);
-    else
-        state.write(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
-}
-
-void ONuPatchSchema::selective_set(const sample_type& sample)
-{
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("ONuPatchSchema::selectiveSet()");
-    writable_state<State>().write_partial(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    write_sample<State>(sample);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -31,25 +31,15 @@ struct OPointsSchema::State : OSchemaState
                        "positions");
     }
 
-    void write(const Sample& sample)
+    void write(const Sample& sample, bool is_partial)
     {
         check(sample);
-        self_bounds.set_for(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions());
-        ids.set_or_start_empty(sample.getIds());
-        velocities.set_or_repeat(sample.getVelocities());
-        widths.set_or_repeat(sample.getWidths());
-        count_sample();
-    }
-
-    void write_partial(const Sample& sample)
-    {
-        check(sample);
-        self_bounds.set_for_partial(sample.getSelfBounds(), sample.getPositions());
-        positions.set_or_repeat(sample.getPositions()); // Intended: alone among the parts it repeats.
-        ids.set_if_given(sample.getIds());
-        velocities.set_if_given(sample.getVelocities());
-        widths.set_if_given(sample.getWidths());
+        const Absent absent = is_partial ? Absent::stays_out : Absent::repeats;
+        self_bounds.write(sample.getSelfBounds(), sample.getPositions(), absent);
+        positions.write(sample.getPositions(), Absent::repeats); // Intended: also in a partial sample.
+        ids.write_or_start_empty(sample.getIds(), absent);
+        velocities.write(sample.getVelocities(), absent);
+        widths.write(sample.getWidths(), absent);
         count_sample();
     }
 };
@@ -69,20 +59,7 @@ OPointsSchema::OPointsSchema(OCompoundProperty parent, const std::string& name, 
 
 void OPointsSchema::set(const Sample& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OPointsSchema::set()");
-    State& state = writable_state<State>();
-    if (state.sparse() || sample.isPartialSample())
-        selective_set(sample);
-    else
-        state.write(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
-}
-
-void OPointsSchema::selective_set(const Sample& sample)
-{
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OPointsSchema::selectiveSet()");
-    writable_state<State>().write_partial(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    write_sample<State>(sample);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -12,21 +12,13 @@ struct OPolyMeshSchema::State : OMeshState
 
     ParamPart<Abc::N3fTPTraits> normals{*this, "N"};
 
-    void write(const Sample& sample)
+    void write(const Sample& sample, bool is_partial)
     {
         check(sample);
-        write_mesh(sample);
-        velocities.set_or_repeat(sample.getVelocities());
-        uvs.set_or_repeat(sample.getUVs());
-        normals.set_or_repeat(sample.getNormals());
-        count_sample();
-    }
-
-    void write_partial(const Sample& sample)
-    {
-        check(sample);
-        write_given(sample);
-        normals.set_if_given(sample.getNormals());
+        const Absent absent = is_partial ? Absent::stays_out : Absent::repeats;
+        write_mesh(sample, absent);
+        write_velocities_and_uvs(sample, absent);
+        normals.write(sample.getNormals(), absent);
         count_sample();
     }
 };
@@ -46,20 +38,7 @@ OPolyMeshSchema::OPolyMeshSchema(OCompoundProperty parent, const std::string& na
 
 void OPolyMeshSchema::set(const Sample& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OPolyMeshSchema::set()");
-    State& state = writable_state<State>();
-    if (state.sparse() || sample.isPartialSample())
-        selective_set(sample);
-    else
-        state.write(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
-}
-
-void OPolyMeshSchema::selective_set(const Sample& sample)
-{
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OPolyMeshSchema::selectiveSet()");
-    writable_state<State>().write_partial(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    write_sample<State>(sample);
 }
 
 } // namespace ALEMBIC_VERSION_NS

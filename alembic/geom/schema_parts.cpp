@@ -11,21 +11,17 @@ AbcA::MetaData scope_metadata(GeometryScope scope)
     return metadata;
 }
 
-void SelfBoundsPart::set_for(const Abc::Box3d& given, const Abc::P3fArraySample& positions)
+void SelfBoundsPart::write(const Abc::Box3d& given, const Abc::P3fArraySample& positions, Absent absent)
 {
     // Intended: the first sample takes a flat box, later ones only a box with volume.
     const bool is_first = owner_.num_samples() == 0;
-    if (is_first ? !given.isEmpty() : given.hasVolume())
+    const bool is_given = is_first ? !given.isEmpty() : given.hasVolume();
+    if (is_given)
         set(given);
-    else if (is_first || positions.valid())
+    else if (positions.valid() || (is_first && absent == Absent::repeats))
         set(ComputeBoundsFromPositions(positions));
     else
-        repeat();
-}
-
-void SelfBoundsPart::set_for_partial(const Abc::Box3d& given, const Abc::P3fArraySample& positions)
-{
-    if (!given.isEmpty() || positions.valid()) set_for(given, positions);
+        leave_out(absent);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -11,12 +11,11 @@ namespace Alembic {
 namespace AbcGeom {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Whether a sample has data for a part. An array without elements is data.
-template <class TRAITS>
-bool is_given(const Abc::TypedArraySample<TRAITS>& sample)
-{
-    return sample.valid();
-}
+/// What becomes of a part that a sample does not give.
+enum class Absent {
+    repeats,   ///< its previous sample, as in every whole sample
+    stays_out, ///< nothing is written, as in a partial sample
+};
 
 /// One property of a schema.
 class SchemaPart
@@ -26,6 +25,10 @@ public:
 
     /// Adds a sample that repeats the part's previous one; nothing when there is none.
     virtual void repeat() = 0;
+    void leave_out(Absent absent)
+    {
+        if (absent == Absent::repeats) repeat();
+    }
 
     /// Follows the schema to another time sampling.
     virtual void change_time_sampling() = 0;
@@ -60,21 +63,14 @@ public:
         settle_time_sampling();
     }
 
-    /// A part of a sample: written when it is given, repeated when it is not.
+    /// The part's share of a sample, an array or geometry parameter.
     template <class VALUE>
-    void set_or_repeat(const VALUE& value)
+    void write(const VALUE& value, Absent absent)
     {
         if (value.valid())
             set(value);
         else
-            repeat();
-    }
-
-    /// A part of a partial sample: left alone when it is not given.
-    template <class VALUE>
-    void set_if_given(const VALUE& value)
-    {
-        if (value.valid()) set(value);
+            leave_out(absent);
     }
 
     void repeat() override
@@ -146,13 +142,13 @@ class ArrayPart : public PropertyPart<ArrayPart<TRAITS>, Abc::OTypedArrayPropert
 public:
     using PropertyPart<ArrayPart, Abc::OTypedArrayProperty<TRAITS>>::PropertyPart;
 
-    /// The first sample of a part that every schema has: an array without elements where none is given.
-    void set_or_start_empty(const Abc::TypedArraySample<TRAITS>& sample)
+    /// The same, with a sample without elements where the first one is not given.
+    void write_or_start_empty(const Abc::TypedArraySample<TRAITS>& sample, Absent absent)
     {
-        if (sample.valid() || this->property_.getNumSamples() > 0)
-            this->set_or_repeat(sample);
+        if (!sample.valid() && absent == Absent::repeats && (!this->exists() || this->property_.getNumSamples() == 0))
+            this->set(Abc::TypedArraySample<TRAITS>::emptySample());
         else
-            write_default();
+            this->write(sample, absent);
     }
 
     void write_default() { this->property_.set(Abc::TypedArraySample<TRAITS>::emptySample()); }
@@ -170,18 +166,13 @@ public:
     {
     }
 
-    /// `not_set` is the value that stands for a part that is not given.
-    void set_or_repeat(const value_type& value, const value_type& not_set)
+    /// The part's share of a sample; `not_set` is the value that says that it is not given.
+    void write(const value_type& value, const value_type& not_set, Absent absent)
     {
         if (value != not_set)
             this->set(value);
         else
-            this->repeat();
-    }
-
-    void set_if_given(const value_type& value, const value_type& not_set)
-    {
-        if (value != not_set) this->set(value);
+            this->leave_out(absent);
     }
 
     void write_default() { this->property_.set(default_value_); }
@@ -236,11 +227,9 @@ public:
     {
     }
 
-    /// Bounds of a sample: as given, computed from the positions, or as before.
-    void set_for(const Abc::Box3d& given, const Abc::P3fArraySample& positions);
-
-    /// Bounds of a partial sample: nothing is written unless bounds or positions are given.
-    void set_for_partial(const Abc::Box3d& given, const Abc::P3fArraySample& positions);
+    /// Bounds of a sample: as given, computed from the positions, or as before. A partial sample with neither bounds nor
+    /// positions leaves them out.
+    void write(const Abc::Box3d& given, const Abc::P3fArraySample& positions, Absent absent);
 };
 
 } // namespace ALEMBIC_VERSION_NS

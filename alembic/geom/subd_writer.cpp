@@ -55,41 +55,26 @@ struct OSubDSchema::State : OMeshState
     ArrayPart<Abc::Int32TPTraits> holes{*this, ".holes"};
     ScalarPart<Abc::StringTPTraits> scheme{*this, ".scheme", Sample::default_scheme};
 
-    void write(const Sample& sample)
+    void write(const Sample& sample, bool is_partial)
     {
         check(sample);
-        write_mesh(sample);
-        face_varying_interpolate_boundary.set_or_repeat(sample.getFaceVaryingInterpolateBoundary(), not_set);
-        face_varying_propagate_corners.set_or_repeat(sample.getFaceVaryingPropagateCorners(), not_set);
-        interpolate_boundary.set_or_repeat(sample.getInterpolateBoundary(), not_set);
-        velocities.set_or_repeat(sample.getVelocities());
-        uvs.set_or_repeat(sample.getUVs());
+        const Absent absent = is_partial ? Absent::stays_out : Absent::repeats;
+        write_mesh(sample, absent);
+        // Intended: the order of creation differs between whole and partial samples.
+        if (is_partial) write_velocities_and_uvs(sample, absent);
+        face_varying_interpolate_boundary.write(sample.getFaceVaryingInterpolateBoundary(), not_set, absent);
+        face_varying_propagate_corners.write(sample.getFaceVaryingPropagateCorners(), not_set, absent);
+        interpolate_boundary.write(sample.getInterpolateBoundary(), not_set, absent);
+        if (!is_partial) write_velocities_and_uvs(sample, absent);
         create_groups(sample);
-        crease_indices.set_or_repeat(sample.getCreaseIndices());
-        crease_lengths.set_or_repeat(sample.getCreaseLengths());
-        crease_sharpnesses.set_or_repeat(sample.getCreaseSharpnesses());
-        corner_indices.set_or_repeat(sample.getCornerIndices());
-        corner_sharpnesses.set_or_repeat(sample.getCornerSharpnesses());
-        holes.set_or_repeat(sample.getHoles());
-        if (scheme.exists() || sample.has_scheme()) scheme.set_or_repeat(sample.getSubdivisionScheme(), std::string());
-        count_sample();
-    }
-
-    void write_partial(const Sample& sample)
-    {
-        check(sample);
-        write_given(sample);
-        face_varying_interpolate_boundary.set_if_given(sample.getFaceVaryingInterpolateBoundary(), not_set);
-        face_varying_propagate_corners.set_if_given(sample.getFaceVaryingPropagateCorners(), not_set);
-        interpolate_boundary.set_if_given(sample.getInterpolateBoundary(), not_set);
-        create_groups(sample);
-        crease_indices.set_if_given(sample.getCreaseIndices());
-        crease_lengths.set_if_given(sample.getCreaseLengths());
-        crease_sharpnesses.set_if_given(sample.getCreaseSharpnesses());
-        corner_indices.set_if_given(sample.getCornerIndices());
-        corner_sharpnesses.set_if_given(sample.getCornerSharpnesses());
-        holes.set_if_given(sample.getHoles());
-        if (sample.has_scheme()) scheme.set_or_repeat(sample.getSubdivisionScheme(), std::string());
+        crease_indices.write(sample.getCreaseIndices(), absent);
+        crease_lengths.write(sample.getCreaseLengths(), absent);
+        crease_sharpnesses.write(sample.getCreaseSharpnesses(), absent);
+        corner_indices.write(sample.getCornerIndices(), absent);
+        corner_sharpnesses.write(sample.getCornerSharpnesses(), absent);
+        holes.write(sample.getHoles(), absent);
+        if (sample.has_scheme() || (scheme.exists() && !is_partial))
+            scheme.write(sample.getSubdivisionScheme(), std::string(), absent);
         count_sample();
     }
 
@@ -123,20 +108,7 @@ OSubDSchema::OSubDSchema(OCompoundProperty parent, const std::string& name, cons
 
 void OSubDSchema::set(const Sample& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OSubDSchema::set()");
-    State& state = writable_state<State>();
-    if (state.sparse() || sample.isPartialSample())
-        selective_set(sample);
-    else
-        state.write(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
-}
-
-void OSubDSchema::selective_set(const Sample& sample)
-{
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OSubDSchema::selectiveSet()");
-    writable_state<State>().write_partial(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    write_sample<State>(sample);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -112,7 +112,6 @@ public:
 
 private:
     struct State;
-    void selective_set(const sample_type& sample);
 };
 
 typedef Abc::OSchemaObject<OCurvesSchema> OCurves;

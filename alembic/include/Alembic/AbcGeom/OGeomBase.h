@@ -8,7 +8,7 @@ namespace AbcGeom {
 inline namespace ALEMBIC_VERSION_NS {
 
 template <class INFO>
-class OGeomBaseSchema : public OSampledSchema<INFO>
+class ALEMBIC_EXPORT OGeomBaseSchema : public OSampledSchema<INFO>
 {
 public:
     typedef OGeomBaseSchema<INFO> this_type;

@@ -19,7 +19,7 @@ ALEMBIC_EXPORT AbcA::MetaData geom_param_metadata(AbcA::MetaData metadata, const
                                                   size_t array_extent);
 
 template <class TRAITS>
-class OTypedGeomParam
+class ALEMBIC_EXPORT OTypedGeomParam
 {
 public:
     typedef typename TRAITS::value_type value_type;

@@ -14,7 +14,7 @@ inline namespace ALEMBIC_VERSION_NS {
 
 /// Data of one sample of a mesh: views of the caller's arrays, which must live until set() returns. In samples after
 /// the first, what is not given repeats the previous sample.
-class OMeshSampleBase
+class ALEMBIC_EXPORT OMeshSampleBase
 {
 public:
     OMeshSampleBase() = default;
@@ -69,7 +69,7 @@ private:
 
 /// Face sets and texture coordinates of a mesh schema. Defined for the two mesh schemas alone.
 template <class INFO>
-class OMeshSchema : public OGeomBaseSchema<INFO>
+class ALEMBIC_EXPORT OMeshSchema : public OGeomBaseSchema<INFO>
 {
 public:
     OMeshSchema() = default;

@@ -86,7 +86,6 @@ public:
 
 private:
     struct State;
-    void selective_set(const Sample& sample);
 };
 
 typedef Abc::OSchemaObject<OPointsSchema> OPoints;

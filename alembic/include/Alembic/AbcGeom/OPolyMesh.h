@@ -54,7 +54,6 @@ public:
 
 private:
     struct State;
-    void selective_set(const Sample& sample);
 };
 
 typedef Abc::OSchemaObject<OPolyMeshSchema> OPolyMesh;

@@ -74,7 +74,7 @@ ALEMBIC_EXPORT uint32_t time_sampling_index_of(const AbcA::CompoundPropertyWrite
 
 /// Base of the writing geometry schemas. Errors of all members go to the schema's error handler.
 template <class INFO>
-class OSampledSchema : public Abc::OSchema<INFO>
+class ALEMBIC_EXPORT OSampledSchema : public Abc::OSchema<INFO>
 {
 public:
     typedef OSampledSchema<INFO> this_type;
@@ -190,10 +190,33 @@ protected:
         return static_cast<STATE&>(*state_);
     }
 
+    /// The member set() of a schema whose samples may be partial: calls `write(sample, is_partial)` of its state.
+    template <class STATE, class SAMPLE>
+    void write_sample(const SAMPLE& sample)
+    {
+        const std::string where = context("set()");
+        ALEMBIC_ABC_SAFE_CALL_BEGIN(where.c_str());
+        STATE& state = writable_state<STATE>();
+        if (state.sparse() || sample.isPartialSample())
+            write_selected<STATE>(sample);
+        else
+            state.write(sample, false);
+        ALEMBIC_ABC_SAFE_CALL_END();
+    }
+
     /// Context of an error in a member: "OPolyMeshSchema::set()".
     std::string context(const char* member) const { return std::string(schema_name_) + "::" + member; }
 
 private:
+    template <class STATE, class SAMPLE>
+    void write_selected(const SAMPLE& sample)
+    {
+        const std::string where = context("selectiveSet()");
+        ALEMBIC_ABC_SAFE_CALL_BEGIN(where.c_str());
+        writable_state<STATE>().write(sample, true);
+        ALEMBIC_ABC_SAFE_CALL_END();
+    }
+
     const char* schema_name_ = "OSchema";
     std::shared_ptr<OSchemaState> state_;
 };

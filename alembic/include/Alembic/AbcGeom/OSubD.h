@@ -116,7 +116,6 @@ public:
 
 private:
     struct State;
-    void selective_set(const Sample& sample);
 };
 
 typedef Abc::OSchemaObject<OSubDSchema> OSubD;
