@@ -1,0 +1,35 @@
+/// Everything of the typed layer, and of the layers below it.
+#pragma once
+
+#include <Alembic/Abc/ArchiveInfo.h>
+#include <Alembic/Abc/Argument.h>
+#include <Alembic/Abc/Base.h>
+#include <Alembic/Abc/ErrorHandler.h>
+#include <Alembic/Abc/Foundation.h>
+#include <Alembic/Abc/IArchive.h>
+#include <Alembic/Abc/IArrayProperty.h>
+#include <Alembic/Abc/IBaseProperty.h>
+#include <Alembic/Abc/ICompoundProperty.h>
+#include <Alembic/Abc/IObject.h>
+#include <Alembic/Abc/ISampleSelector.h>
+#include <Alembic/Abc/IScalarProperty.h>
+#include <Alembic/Abc/ISchema.h>
+#include <Alembic/Abc/ISchemaObject.h>
+#include <Alembic/Abc/ITypedArrayProperty.h>
+#include <Alembic/Abc/ITypedScalarProperty.h>
+#include <Alembic/Abc/OArchive.h>
+#include <Alembic/Abc/OArrayProperty.h>
+#include <Alembic/Abc/OBaseProperty.h>
+#include <Alembic/Abc/OCompoundProperty.h>
+#include <Alembic/Abc/OObject.h>
+#include <Alembic/Abc/OScalarProperty.h>
+#include <Alembic/Abc/OSchema.h>
+#include <Alembic/Abc/OSchemaObject.h>
+#include <Alembic/Abc/OTypedArrayProperty.h>
+#include <Alembic/Abc/OTypedScalarProperty.h>
+#include <Alembic/Abc/Reference.h>
+#include <Alembic/Abc/SchemaInfo.h>
+#include <Alembic/Abc/SourceName.h>
+#include <Alembic/Abc/TypeDescription.h>
+#include <Alembic/Abc/TypedArraySample.h>
+#include <Alembic/Abc/TypedPropertyTraits.h>
