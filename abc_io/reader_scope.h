@@ -143,7 +143,7 @@ bool bind_if_kind(AbcInputArchiveHandle& handle, const CoreString& object_path, 
     const std::shared_ptr<Alembic::Abc::IObject> object = typed;
     handle.set_shared_object(object, ObjectTypeOf<Kind>::value);
     handle.set_object_name(object_path);
-    result = read(handle, std::as_const(*typed));
+    result = read(handle, *typed);
     return true;
 }
 
