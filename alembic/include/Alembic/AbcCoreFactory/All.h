@@ -1,0 +1,4 @@
+/// Everything in Alembic::AbcCoreFactory.
+#pragma once
+
+#include <Alembic/AbcCoreFactory/IFactory.h>
