@@ -1,0 +1,37 @@
+/// All of AbcGeom, and through it all of Abc, AbcCoreAbstract and Util.
+#pragma once
+
+#include <Alembic/AbcGeom/ArchiveBounds.h>
+#include <Alembic/AbcGeom/Basis.h>
+#include <Alembic/AbcGeom/CameraSample.h>
+#include <Alembic/AbcGeom/CurveType.h>
+#include <Alembic/AbcGeom/FaceSetExclusivity.h>
+#include <Alembic/AbcGeom/FilmBackXformOp.h>
+#include <Alembic/AbcGeom/Foundation.h>
+#include <Alembic/AbcGeom/GeometryScope.h>
+#include <Alembic/AbcGeom/ICamera.h>
+#include <Alembic/AbcGeom/ICurves.h>
+#include <Alembic/AbcGeom/IFaceSet.h>
+#include <Alembic/AbcGeom/IGeomBase.h>
+#include <Alembic/AbcGeom/IGeomParam.h>
+#include <Alembic/AbcGeom/ILight.h>
+#include <Alembic/AbcGeom/INuPatch.h>
+#include <Alembic/AbcGeom/IPoints.h>
+#include <Alembic/AbcGeom/IPolyMesh.h>
+#include <Alembic/AbcGeom/ISubD.h>
+#include <Alembic/AbcGeom/IXform.h>
+#include <Alembic/AbcGeom/OCamera.h>
+#include <Alembic/AbcGeom/OCurves.h>
+#include <Alembic/AbcGeom/OFaceSet.h>
+#include <Alembic/AbcGeom/OGeomBase.h>
+#include <Alembic/AbcGeom/OGeomParam.h>
+#include <Alembic/AbcGeom/OLight.h>
+#include <Alembic/AbcGeom/ONuPatch.h>
+#include <Alembic/AbcGeom/OPoints.h>
+#include <Alembic/AbcGeom/OPolyMesh.h>
+#include <Alembic/AbcGeom/OSubD.h>
+#include <Alembic/AbcGeom/OXform.h>
+#include <Alembic/AbcGeom/SchemaInfoDeclarations.h>
+#include <Alembic/AbcGeom/Visibility.h>
+#include <Alembic/AbcGeom/XformOp.h>
+#include <Alembic/AbcGeom/XformSample.h>
