@@ -4,13 +4,14 @@
 #include <Alembic/Abc/Argument.h>
 #include <Alembic/Abc/Base.h>
 #include <Alembic/Abc/Foundation.h>
-#include <Alembic/Abc/IObject.h>
 
 #include <string>
 
 namespace Alembic {
 namespace Abc {
 inline namespace ALEMBIC_VERSION_NS {
+
+class IObject;
 
 /// `PROP_PTR` is the pointer to a scalar, array or compound property's reader. Copies share it. An invalid handle
 /// answers quietly with empty values.
@@ -73,3 +74,5 @@ extern template class IBasePropertyT<AbcA::CompoundPropertyReaderPtr>;
 } // namespace ALEMBIC_VERSION_NS
 } // namespace Abc
 } // namespace Alembic
+
+#include <Alembic/Abc/IObject.h>

@@ -4,13 +4,14 @@
 #include <Alembic/Abc/Argument.h>
 #include <Alembic/Abc/Base.h>
 #include <Alembic/Abc/Foundation.h>
-#include <Alembic/Abc/OObject.h>
 
 #include <string>
 
 namespace Alembic {
 namespace Abc {
 inline namespace ALEMBIC_VERSION_NS {
+
+class OObject;
 
 /// `PROP_PTR` is the pointer to a property's writer. Copies share it. An invalid handle answers questions quietly with
 /// empty values.
@@ -78,3 +79,5 @@ typedef OBasePropertyT<AbcA::BasePropertyWriterPtr> OBaseProperty;
 } // namespace ALEMBIC_VERSION_NS
 } // namespace Abc
 } // namespace Alembic
+
+#include <Alembic/Abc/OObject.h>
