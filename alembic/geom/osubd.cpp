@@ -1,6 +1,6 @@
 #include <Alembic/AbcGeom/OSubD.h>
 
-#include "geom/mesh_writer.h"
+#include "geom/omesh_state.h"
 
 namespace Alembic {
 namespace AbcGeom {

@@ -1,4 +1,4 @@
-#include "geom/mesh_writer.h"
+#include "geom/omesh_state.h"
 
 #include <type_traits>
 
