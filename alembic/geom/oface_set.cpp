@@ -2,6 +2,9 @@
 
 #include "geom/schema_parts.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace Alembic {
 namespace AbcGeom {
 inline namespace ALEMBIC_VERSION_NS {
@@ -75,6 +78,29 @@ FaceSetExclusivity OFaceSetSchema::getFaceExclusivity()
     return writable_state<State>().exclusivity;
     ALEMBIC_ABC_SAFE_CALL_END();
     return kFaceSetNonExclusive;
+}
+
+Abc::Box3d computeBoundsFromPositionsByFaces(const Abc::Int32ArraySample& faces,
+                                             const Abc::Int32ArraySample& meshFaceCounts,
+                                             const Abc::Int32ArraySample& vertexIndices,
+                                             const Abc::P3fArraySample& meshP)
+{
+    const size_t face_count = meshFaceCounts.size();
+    const size_t index_count = vertexIndices.size();
+    std::vector<size_t> first_index(face_count + 1, 0); // of each face
+    for (size_t i = 0; i < face_count; ++i)
+        first_index[i + 1] = first_index[i] + static_cast<size_t>(std::max(0, meshFaceCounts[i]));
+
+    Abc::Box3d bounds;
+    for (size_t i = 0; i < faces.size(); ++i) {
+        if (faces[i] < 0 || static_cast<size_t>(faces[i]) >= face_count) continue;
+        const size_t face = static_cast<size_t>(faces[i]);
+        const size_t end = std::min(first_index[face + 1], index_count);
+        for (size_t k = first_index[face]; k < end; ++k)
+            if (vertexIndices[k] >= 0 && static_cast<size_t>(vertexIndices[k]) < meshP.size())
+                bounds.extendBy(Abc::V3d(meshP[static_cast<size_t>(vertexIndices[k])]));
+    }
+    return bounds;
 }
 
 } // namespace ALEMBIC_VERSION_NS

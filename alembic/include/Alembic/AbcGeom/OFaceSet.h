@@ -59,6 +59,12 @@ private:
     struct State;
 };
 
+/// Bounds of the points of some faces of a mesh. Faces that the mesh has not, and points that it has not, are left out.
+ALEMBIC_EXPORT Abc::Box3d computeBoundsFromPositionsByFaces(const Abc::Int32ArraySample& faces,
+                                                            const Abc::Int32ArraySample& meshFaceCounts,
+                                                            const Abc::Int32ArraySample& vertexIndices,
+                                                            const Abc::P3fArraySample& meshP);
+
 typedef Abc::OSchemaObject<OFaceSetSchema> OFaceSet;
 typedef Alembic::Util::shared_ptr<OFaceSet> OFaceSetPtr;
 

@@ -215,10 +215,10 @@ void OTypedGeomParam<TRAITS>::setTimeSampling(AbcA::TimeSamplingPtr time)
 }
 
 #define ALEMBIC_ABCGEOM_DECLARE_OGEOMPARAM(NAME, TRAITS)                                                               \
-    typedef OTypedGeomParam<Abc::TRAITS##TPTraits> O##NAME##GeomParam;                                                 \
-    extern template class ALEMBIC_EXPORT OTypedGeomParam<Abc::TRAITS##TPTraits>;
+    typedef OTypedGeomParam<TRAITS> O##NAME##GeomParam;                                                                \
+    extern template class ALEMBIC_EXPORT OTypedGeomParam<TRAITS>;
 
-ALEMBIC_ABCGEOM_FOR_EACH_TYPE(ALEMBIC_ABCGEOM_DECLARE_OGEOMPARAM)
+ALEMBIC_ABC_FOR_EACH_TYPE(ALEMBIC_ABCGEOM_DECLARE_OGEOMPARAM)
 #undef ALEMBIC_ABCGEOM_DECLARE_OGEOMPARAM
 
 } // namespace ALEMBIC_VERSION_NS
