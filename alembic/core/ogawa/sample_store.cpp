@@ -38,9 +38,15 @@ void encode_strings(const String* strings, std::uint64_t count, const char* kind
     char* out = bytes.data();
     for (std::uint64_t i = 0; i < count; ++i) {
         const String& string = strings[i];
-        for (std::size_t c = 0; c <= string.size(); ++c, out += sizeof(Unit)) {
-            const Unit unit = c < string.size() ? Unit(string[c]) : Unit(0);
-            std::memcpy(out, &unit, sizeof unit);
+        if constexpr (sizeof(Unit) == sizeof(typename String::value_type)) { // the same bytes in memory
+            const std::size_t size = (string.size() + 1) * sizeof(Unit);
+            std::memcpy(out, string.c_str(), size);
+            out += size;
+        } else {
+            for (std::size_t c = 0; c <= string.size(); ++c, out += sizeof(Unit)) {
+                const Unit unit = c < string.size() ? Unit(string[c]) : Unit(0);
+                std::memcpy(out, &unit, sizeof unit);
+            }
         }
     }
 }
