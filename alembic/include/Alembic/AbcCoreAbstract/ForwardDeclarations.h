@@ -8,7 +8,7 @@ namespace AbcCoreAbstract {
 inline namespace ALEMBIC_VERSION_NS {
 
 #define ALEMBIC_FORWARD(CLASS)                                                                                         \
-    class CLASS;                                                                                                       \
+    class ALEMBIC_EXPORT CLASS;                                                                                        \
     typedef Alembic::Util::shared_ptr<CLASS> CLASS##Ptr
 
 ALEMBIC_FORWARD(ArchiveReader);
