@@ -18,10 +18,6 @@ float* floats(Points& points)
 {
     return points.get_count() ? &points.get_data()->x : nullptr;
 }
-const float* floats(const Points& points)
-{
-    return points.get_count() ? &points.get_data()->x : nullptr;
-}
 std::size_t float_count(const Points& points)
 {
     return std::size_t(points.get_count()) * 3;
