@@ -14,7 +14,6 @@
 using namespace abc_archives;
 using testing::Each;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -293,7 +292,7 @@ TEST_F(MeshDeformation, NormalsAreBlendedNotRenormalisedAndExchangedWhereTheyCan
 
     CoreArray<GeometryNormalMap> untouched;
     EXPECT_TRUE(AbcInput::load_mesh_normals(files_, "/plain", 0.5, untouched));
-    EXPECT_THAT(untouched, IsEmpty());
+    EXPECT_EQ(untouched.get_count(), 0u);
     EXPECT_FALSE(AbcInput::load_mesh_normals(files_, "/subd", 0.5, untouched));
     handle_->delete_object();
     EXPECT_FALSE(AbcInput::evaluate_mesh_normals(*handle_, 0.5, untouched));
