@@ -100,7 +100,9 @@ TEST_F(ArchiveManager, AFileThatIsNoArchiveIsReportedAndTriedAgain)
     const std::vector<std::string> messages = log_.take();
     ASSERT_GE(messages.size(), 1u);
     EXPECT_EQ(messages[0], "1 Failed to load Alembic file(s) '" + file_.path() + "': one or more files are invalid.\n");
-    if (messages.size() > 1) EXPECT_THAT(messages[1], StartsWith("1 Alembic error log:\n")); // where Alembic keeps one
+    if (messages.size() > 1) { // where Alembic keeps one
+        EXPECT_THAT(messages[1], StartsWith("1 Alembic error log:\n"));
+    }
     EXPECT_LE(messages.size(), 2u);
     release(handle);
     EXPECT_FALSE(AbcInput::is_archive_valid(files_));
