@@ -141,8 +141,8 @@ AbcA::ObjectReaderPtr ObjectReader::getChild(const std::string& name)
 
 AbcA::ObjectReaderPtr ObjectReader::getChild(size_t i)
 {
-    if (i >= children().table.size()) ABCA_THROW("Out of range index in OrData::getChild: " << i);
-    return archive_.shared(node(i));
+    // Intended: out of range gives null here, unlike in a single file.
+    return i < children().table.size() ? archive_.shared(node(i)) : AbcA::ObjectReaderPtr();
 }
 
 bool ObjectReader::getPropertiesHash(Util::Digest& digest)
