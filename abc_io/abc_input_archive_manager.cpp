@@ -120,13 +120,19 @@ AppBase* AbcInputArchiveManager::get_application()
 
 AbcInputArchiveHandle* AbcInputArchiveManager::get_archive(const AbcFileList& filenames, bool check_up_to_date)
 {
+    return open_handle(filenames, check_up_to_date, true).release();
+}
+
+std::unique_ptr<AbcInputArchiveHandle> AbcInputArchiveManager::open_handle(const AbcFileList& filenames,
+                                                                           bool check_up_to_date, bool listed)
+{
     auto handle = std::make_unique<AbcInputArchiveHandle>();
     if (!filenames.is_valid()) {
         log_message(log_level_warning, [&](CoreLogStream& stream) {
             stream << "Invalid Alembic file list: [" << filenames.join() << "].\n"
                    << filenames.get_errors('\n') << "\n";
         });
-        return handle.release();
+        return handle;
     }
     handle->set_filenames(filenames);
 
@@ -143,9 +149,9 @@ AbcInputArchiveHandle* AbcInputArchiveManager::get_archive(const AbcFileList& fi
         cached = open_archive(filenames);
         if (cached) insert(cached);
     }
-    if (cached) add_user(*cached, *handle);
+    if (cached) add_user(*cached, *handle, listed);
     if (stale) invalidate_handles(*stale, closed);
-    return handle.release();
+    return handle;
 }
 
 void AbcInputArchiveManager::release_archive(AbcInputArchiveHandle* handle)
@@ -233,12 +239,13 @@ void AbcInputArchiveManager::remove(const CachedArchivePtr& cached, ClosedArchiv
     publish_snapshot();
 }
 
-void AbcInputArchiveManager::add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle)
+void AbcInputArchiveManager::add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle, bool listed)
 {
     cached.change_user_count(1);
+    handle.share_in(cached.archive, cached.lock);
+    if (!listed) return;
     cached.handles->add(&handle);
     handle.roster_ = cached.handles;
-    handle.share_in(cached.archive, cached.lock);
 }
 
 void AbcInputArchiveManager::invalidate_handles(AbcCachedInputArchive& stale, ClosedArchive& closed)

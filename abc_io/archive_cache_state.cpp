@@ -55,7 +55,8 @@ bool AbcInputArchiveManager::is_cached_archive_up_to_date(const AbcFileList& fil
 CoreArray<AbcFileList> AbcInputArchiveManager::get_invalid_cache_archives()
 {
     CoreArray<AbcFileList> invalid;
-    for (const CachedArchivePtr& cached : get_snapshot()->archives) {
+    const auto snapshot = get_snapshot();
+    for (const CachedArchivePtr& cached : snapshot->archives) {
         if (cached->is_up_to_date()) continue;
         invalid.resize(invalid.get_count() + std::size_t(1));
         invalid[invalid.get_count() - 1] = cached->filenames;

@@ -2,6 +2,7 @@
 #include "reader_scope.h"
 
 #include "abc_input.h"
+#include "abc_input_archive_manager.h"
 #include "abc_internal.h"
 
 #include <Alembic/Abc/IArchive.h>
@@ -11,8 +12,11 @@ using Alembic::Abc::IArchive;
 using Alembic::Abc::IObject;
 
 ScopedArchive::ScopedArchive(const AbcFileList& files)
-    : handle_(AbcInput::get_archive(files))
 {
+    if (AbcInputArchiveManager* const manager = AbcInputArchiveManager::get())
+        handle_ = manager->open_handle(files, true, false);
+    else
+        handle_.reset(AbcInput::get_archive(files)); // which says what is missing
 }
 
 ScopedArchive::~ScopedArchive()

@@ -16,6 +16,7 @@
 #include <utility>
 
 /// A counted user of the archive of some files; released, and its handle deleted, when this scope ends, however it ends.
+/// Its handle keeps archive and object also when another thread opens the files afresh meanwhile.
 class ScopedArchive
 {
 public:

@@ -83,6 +83,8 @@ protected:
     AppBase* get_application();
 
 private:
+    friend class ScopedArchive;
+
     struct AbcCachedInputArchive;
     struct CacheSnapshot;
     class ClosedArchive;
@@ -93,6 +95,11 @@ private:
     void open(AppBase* application);
     void close();
 
+    /// As get_archive. A handle that is not listed counts as a user, but is not invalidated when the archive is opened
+    /// afresh: a read that is under way finishes on the archive it started with.
+    std::unique_ptr<AbcInputArchiveHandle> open_handle(const AbcFileList& filenames, bool check_up_to_date,
+                                                       bool listed);
+
     static bool check_archive_cache_state(bool interactive);
     void reload_resources(CoreArray<AbcFileList>& filenames);
 
@@ -101,7 +108,7 @@ private:
     CachedArchivePtr open_archive(const AbcFileList& filenames);
     void insert(const CachedArchivePtr& cached);
     void remove(const CachedArchivePtr& cached, ClosedArchive& closed);
-    static void add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle);
+    static void add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle, bool listed);
     static void invalidate_handles(AbcCachedInputArchive& stale, ClosedArchive& closed);
     void publish_snapshot();
 
