@@ -1,6 +1,7 @@
 /// Reading through the module, against a copy of the bytes that it delivers.
 #include "benchmarks.h"
 
+#include <abc_deformation_header.h>
 #include <abc_input.h>
 #include <abc_input_archive_handle.h>
 

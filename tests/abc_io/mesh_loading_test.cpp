@@ -186,12 +186,13 @@ TEST_F(MeshLoading, UvSetsPerCornerAndPerPointWithTheirNames)
 {
     const HousePart house;
     const std::vector<AbcG::V2f> corner_values = {{0.1f, 0.2f}, {0.3f, 0.4f}}, point_values(5, AbcG::V2f(0.5f, 0.25f));
+    const Indices corner_indices = {0, 0, 0, 1, 1, 1, 1};
     write_archive(file_.path(), [&](AbcG::OObject top) {
         AbcG::OPolyMesh mesh(top, "house");
         mesh.getSchema().setUVSourceName("map1");
         AbcG::OPolyMeshSchema::Sample sample = house.sample();
-        sample.setUVs(AbcG::OV2fGeomParam::Sample(AbcG::V2fArraySample(corner_values), Indices{0, 0, 0, 1, 1, 1, 1},
-                                                  AbcG::kFacevaryingScope));
+        sample.setUVs(
+            AbcG::OV2fGeomParam::Sample(AbcG::V2fArraySample(corner_values), corner_indices, AbcG::kFacevaryingScope));
         mesh.getSchema().set(sample);
         AbcG::OV2fGeomParam extra(mesh.getSchema().getArbGeomParams(), "extra", false, AbcG::kVertexScope, 1);
         extra.set(AbcG::OV2fGeomParam::Sample(AbcG::V2fArraySample(point_values), AbcG::kVertexScope));
