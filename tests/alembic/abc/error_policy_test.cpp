@@ -93,10 +93,12 @@ TEST(ErrorTexts, OfOpening)
 {
     const std::string text =
         "IArchive::IArchive( iFileName )\nERROR: EXCEPTION:\nCould not open as Ogawa file: none.abc";
-    EXPECT_EQ(thrown_text([] { IArchive archive(ReadArchive(), "none.abc"); }), text);
+    // The back end may add why.
+    EXPECT_THAT(thrown_text([] { IArchive archive(ReadArchive(), "none.abc"); }), StartsWith(text));
     IArchive quiet(ReadArchive(), "none.abc", QUIET);
     EXPECT_FALSE(quiet);
-    EXPECT_EQ(quiet.getErrorHandler().getErrorLog(), text + "\n");
+    EXPECT_THAT(quiet.getErrorHandler().getErrorLog(), StartsWith(text));
+    EXPECT_THAT(quiet.getErrorHandler().getErrorLog(), ::testing::EndsWith("\n"));
     quiet.reset();
     EXPECT_EQ(quiet.getErrorHandler().getErrorLog(), "");
     EXPECT_EQ(quiet.getErrorHandlerPolicy(), QUIET);

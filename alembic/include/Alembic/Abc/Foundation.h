@@ -108,3 +108,6 @@ inline AbcA::CompoundPropertyWriterPtr GetCompoundPropertyWriterPtr(AbcA::Compou
 } // namespace ALEMBIC_VERSION_NS
 } // namespace Abc
 } // namespace Alembic
+
+/// Throws an Alembic::Util::Exception; `TEXT` is a chain: `ABC_THROW("index " << index)`.
+#define ABC_THROW(TEXT) ALEMBIC_THROW(TEXT)
