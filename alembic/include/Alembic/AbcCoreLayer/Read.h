@@ -18,8 +18,8 @@ typedef std::vector<AbcCoreAbstract::ArchiveReaderPtr> ArchiveReaderPtrs;
 /// may read as far as the layers allow it themselves.
 ///
 /// The archive's name is the layers' names joined by `,`, each value of its metadata theirs joined by ` , `, weakest
-/// first; its version is the greatest. A time sampling or a child by an index that does not exist is null, without an error. The top object
-/// has an empty name. Simple properties are the layer's own readers.
+/// first; its version is the greatest. A time sampling, or a child by index, that does not exist is null, without an
+/// error. The top object has an empty name. Simple properties are the layer's own readers.
 class ALEMBIC_EXPORT ReadArchive
 {
 public:
