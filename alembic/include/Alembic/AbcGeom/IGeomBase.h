@@ -186,7 +186,7 @@ public:
     /// Of the self bounds.
     size_t getNumSamples() const { return self_bounds().getNumSamples(); }
     bool isConstant() const { return self_bounds().isConstant(); }
-    AbcA::TimeSamplingPtr getTimeSampling() const;
+    AbcA::TimeSamplingPtr getTimeSampling() const { return self_bounds().getTimeSampling(); }
 
     void get(Sample& sample, const ISampleSelector& selector = ISampleSelector()) const;
     Sample getValue(const ISampleSelector& selector = ISampleSelector()) const
