@@ -2,6 +2,8 @@
 
 #include "geom/schema_parts.h"
 
+#include <array>
+
 namespace Alembic {
 namespace AbcGeom {
 inline namespace ALEMBIC_VERSION_NS {
@@ -48,14 +50,16 @@ public:
         property_ = Abc::OScalarProperty(owner_.compound(), name_, AbcA::DataType(Alembic::Util::kUint8POD, 4),
                                          first_time_sampling());
     }
-    void create_for(const uint8_t*) { create(); }
-    void write_default() { set_for(OCurvesSchema::Sample()); }
+    void create_for(const void*) { create(); }
+    void write_default() { property_.set(bytes_of(OCurvesSchema::Sample()).data()); }
 
-    void set_for(const OCurvesSchema::Sample& sample)
+    void set_for(const OCurvesSchema::Sample& sample) { set(bytes_of(sample).data()); }
+
+private:
+    static std::array<uint8_t, 4> bytes_of(const OCurvesSchema::Sample& sample)
     {
-        const uint8_t bytes[4] = {static_cast<uint8_t>(sample.getType()), static_cast<uint8_t>(sample.getWrap()),
-                                  static_cast<uint8_t>(sample.getBasis()), static_cast<uint8_t>(sample.getBasis())};
-        set(static_cast<const uint8_t*>(bytes));
+        const uint8_t basis = static_cast<uint8_t>(sample.getBasis());
+        return {static_cast<uint8_t>(sample.getType()), static_cast<uint8_t>(sample.getWrap()), basis, basis};
     }
 };
 
