@@ -25,11 +25,10 @@ void SampleSequence::check_room(const AbcA::TimeSampling& sampling, std::uint64_
         ABCA_THROW("Property '" << record_.header.getName() << "' cannot have more than " << UINT32_MAX << " samples");
 }
 
-bool SampleSequence::is_repeat(const SampleKey& key, const AbcA::Dimensions* dimensions) const
+bool SampleSequence::is_repeat(const SampleKey& key) const
 {
-    if (record_.sample_count == 0 || key != last_key_) return false;
-    // The same bytes in another shape are a change. Readers see no shape where there are no elements.
-    return dimensions == nullptr || key.byte_count == 0 || *dimensions == last_dimensions_;
+    // Intended: the same values in another shape are a repeat, and the shape is that of the sample stored last.
+    return record_.sample_count != 0 && key == last_key_;
 }
 
 std::uint64_t SampleSequence::store_dimensions(const AbcA::Dimensions& dimensions)
@@ -61,7 +60,6 @@ void SampleSequence::store(const SampleKey& key, const Ogawa::Bytes& encoded, co
     if (record_.first_changed == 0) record_.first_changed = index; // stays 0 for the first sample
     record_.last_changed = index;
     last_key_ = key;
-    if (dimensions != nullptr) last_dimensions_ = *dimensions;
     last_hashed_ = hashed_with_shape(key.digest, dimensions);
 }
 
@@ -72,7 +70,7 @@ void SampleSequence::append(const void* data, std::uint64_t pod_count, const Abc
     const AbcA::DataType& type = record_.header.getDataType();
     const Ogawa::Bytes encoded = archive_.samples().encode(data, type.getPod(), pod_count, record_.header.getName());
     const SampleKey key = SampleStore::key_of(encoded, type.getPod());
-    if (!is_repeat(key, dimensions)) {
+    if (!is_repeat(key)) {
         store(key, encoded, dimensions);
         if (dimensions != nullptr && pod_count != type.getExtent()) record_.has_one_element_each = false;
         if (dimensions != nullptr && pod_count != 0 && type.getExtent() > 1) record_.counts_values_as_elements = false;

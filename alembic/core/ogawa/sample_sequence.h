@@ -41,7 +41,7 @@ public:
 
 private:
     void check_room(const AbcA::TimeSampling& sampling, std::uint64_t sample_count, const char* verb) const;
-    bool is_repeat(const SampleKey& key, const AbcA::Dimensions* dimensions) const;
+    bool is_repeat(const SampleKey& key) const;
     void store(const SampleKey& key, const Ogawa::Bytes& encoded, const AbcA::Dimensions* dimensions);
     std::uint64_t store_dimensions(const AbcA::Dimensions& dimensions);
 
@@ -52,7 +52,6 @@ private:
 
     // The sample stored last. Meaningful once there is one.
     SampleKey last_key_;
-    AbcA::Dimensions last_dimensions_;
     Util::Digest last_hashed_; ///< what the sample adds to the accumulated hash
 };
 

