@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 
 #if defined(ALEMBIC_WITH_HDF5) && __has_include(<Alembic/AbcCoreHDF5/ReadWrite.h>)
 #include <Alembic/AbcCoreHDF5/ReadWrite.h>
@@ -39,18 +40,21 @@ bool starts_with_hdf5_signature(const std::string& name)
     return std::memcmp(start, signature, sizeof start) == 0;
 }
 
-// The reason as a line of its own that names the file.
-std::string refusal(const std::string& name, const std::string& reason)
+// The reason as lines of their own that name the file.
+std::string refusal(const std::string& name, std::string reason)
 {
+    std::error_code unknown;
+    if (!std::filesystem::exists(name, unknown) && !unknown) reason += "\nthere is no such file";
     const bool names_file = !name.empty() && reason.find(name) != std::string::npos;
     return (names_file ? reason : name + ": " + reason) + "\n";
 }
 
-// A handle that is not valid, and says why in its log. It has throw policy, as every default handle, so the reasons are
-// put there under the quiet one.
-Abc::IArchive refused(std::string refusals)
+// A handle that is not valid. It has throw policy, as every default handle. Its log says why, unless the factory is one
+// that throws: under that policy logs stay empty.
+Abc::IArchive refused(std::string refusals, Abc::ErrorHandler::Policy factory_policy)
 {
     Abc::IArchive archive;
+    if (factory_policy == Abc::ErrorHandler::kThrowPolicy) return archive;
     Abc::ErrorHandler& handler = archive.getErrorHandler();
     const Abc::ErrorHandler::Policy policy = handler.getPolicy();
     if (!refusals.empty() && refusals.back() == '\n') refusals.pop_back();
@@ -99,7 +103,7 @@ Abc::IArchive IFactory::getArchive(const std::string& fileName, CoreType& type)
 {
     std::string refusals;
     const AbcA::ArchiveReaderPtr archive = open_file(fileName, type, refusals);
-    return archive ? Abc::IArchive(archive, policy_) : refused(refusals);
+    return archive ? Abc::IArchive(archive, policy_) : refused(refusals, policy_);
 }
 
 Abc::IArchive IFactory::getArchive(const std::string& fileName)
@@ -111,7 +115,7 @@ Abc::IArchive IFactory::getArchive(const std::string& fileName)
 Abc::IArchive IFactory::getArchive(const std::vector<std::string>& fileNames, CoreType& type)
 {
     type = kUnknown;
-    if (fileNames.empty()) return refused("No file names were given.");
+    if (fileNames.empty()) return refused("No file names were given.", policy_);
 
     std::string refusals;
     AbcCoreLayer::ArchiveReaderPtrs layers;
@@ -120,7 +124,7 @@ Abc::IArchive IFactory::getArchive(const std::vector<std::string>& fileNames, Co
     if (layers.size() == 1) return Abc::IArchive(layers.front(), policy_);
     if (layers.empty()) {
         type = kUnknown;
-        return refused(refusals);
+        return refused(refusals, policy_);
     }
 
     std::reverse(layers.begin(), layers.end()); // names come strongest first, layers weakest first
@@ -130,7 +134,7 @@ Abc::IArchive IFactory::getArchive(const std::vector<std::string>& fileNames, Co
         return Abc::IArchive(archive, policy_);
     } catch (const std::exception& error) {
         type = kUnknown;
-        return refused(refusal(fileNames.front(), error.what()));
+        return refused(refusal(fileNames.front(), error.what()), policy_);
     }
 }
 
@@ -143,13 +147,13 @@ Abc::IArchive IFactory::getArchive(const std::vector<std::string>& fileNames)
 Abc::IArchive IFactory::getArchive(const std::vector<std::istream*>& streams, CoreType& type)
 {
     type = kUnknown;
-    if (streams.empty()) return refused("No streams were given.");
+    if (streams.empty()) return refused("No streams were given.", policy_);
     try {
         const AbcA::ArchiveReaderPtr archive = AbcCoreOgawa::ReadArchive(streams)("");
         type = kOgawa;
         return Abc::IArchive(archive, policy_);
     } catch (const std::exception& error) {
-        return refused(error.what());
+        return refused(error.what(), policy_);
     }
 }
 

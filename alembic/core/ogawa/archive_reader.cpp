@@ -5,6 +5,7 @@
 #include "core/ogawa/limits.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 namespace Alembic {
@@ -61,6 +62,9 @@ std::shared_ptr<ArchiveReader> ArchiveReader::open(const std::string& file_name,
         archive.reset(streams.empty() ? new ArchiveReader(file_name, file_name)
                                       : new ArchiveReader(file_name, streams));
     } catch (const std::exception& reason) {
+        std::error_code unknown;
+        if (streams.empty() && !std::filesystem::exists(file_name, unknown) && !unknown)
+            ABCA_THROW("Could not open as Ogawa file: " << file_name);
         if (streams.empty()) ABCA_THROW("Could not open as Ogawa file: " << file_name << "\n" << reason.what());
         ABCA_THROW("Could not open as Ogawa file from provided streams.\n" << reason.what());
     }

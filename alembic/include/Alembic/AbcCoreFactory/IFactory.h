@@ -15,8 +15,8 @@ namespace AbcCoreFactory {
 inline namespace ALEMBIC_VERSION_NS {
 
 /// Tells the kind of a file from its contents, and opens several files as layers of one archive. Opening never throws
-/// and never prints: what cannot be opened gives an invalid IArchive, with throw policy, whose error log says for each
-/// file why it was refused. A factory belongs to one thread at a time.
+/// and never prints: what cannot be opened gives an invalid IArchive, with throw policy; its error log says for each
+/// file why it was refused, unless the factory's own policy is to throw. A factory belongs to one thread at a time.
 class ALEMBIC_EXPORT IFactory
 {
 public:
