@@ -94,7 +94,7 @@ TEST(OSchemas, EveryPropertyFollowsTheSchemaToAnotherTimeSampling)
         OArchive archive = new_archive(file);
         const uint32_t before = archive.addTimeSampling(TimeSampling(1.0, 10.0));
         const uint32_t after = archive.addTimeSampling(TimeSampling(1.0, 20.0));
-        const std::vector<V2f> uvs(4);
+        const std::vector<V2f> uvs(4, V2f(0.5f, 0.25f));
         const std::vector<uint32_t> uv_indices = {0, 1, 2, 3};
 
         OPolyMesh m(archive.getTop(), "m", before);
