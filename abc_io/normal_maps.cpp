@@ -6,16 +6,14 @@
 #include <vo_poly/reverse_poly_order.h>
 
 #include <cmath>
-#include <utility>
 
 using namespace Alembic::AbcGeom;
 
-bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& selector,
-                         const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
-                         CoreArray<GeometryNormalMap>& normal_maps)
+bool read_normal_map(const IN3fGeomParam& normals, const ISampleSelector& selector, std::size_t index_count,
+                     CoreArray<GeometryNormalMap>& normal_maps)
 {
     const std::size_t value_count = parameter_value_count(normals, selector);
-    if (value_count == 0 || parameter_index_count(normals, selector) != corner_count) return false;
+    if (value_count == 0 || parameter_index_count(normals, selector) != index_count) return false;
 
     normal_maps.resize(1);
     GeometryNormalMap& map = normal_maps[0];
@@ -25,7 +23,15 @@ bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& se
         normal_maps.resize(0);
         return false;
     }
-    reverse_poly_order(face_counts, map.indices);
+    return true;
+}
+
+bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& selector,
+                         const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
+                         CoreArray<GeometryNormalMap>& normal_maps)
+{
+    if (!read_normal_map(normals, selector, corner_count, normal_maps)) return false;
+    reverse_poly_order(face_counts, normal_maps[0].indices);
     return true;
 }
 
@@ -49,17 +55,14 @@ NormalsSpan find_normals_span(const IN3fGeomParam& normals, double time)
     return span;
 }
 
-void blend_normals(const IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map)
+bool blend_normals(const IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map)
 {
     CoreArray<GMathVec3<float>> later;
-    if (parameter_value_count(normals, span.ceil) == map.values.get_count() &&
-        parameter_index_count(normals, span.ceil) == map.indices.get_count() &&
-        read_array(IN3fGeomParam(normals).getValueProperty(), span.ceil, later)) {
-        blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, span.weight,
-              BlendRounding::FLOAT_PRODUCTS);
-        return;
-    }
-    // Intended: where the samples cannot be blended, the earlier one is taken with y and z exchanged.
-    for (GMathVec3<float>& normal : map.values)
-        std::swap(normal.y, normal.z);
+    if (parameter_value_count(normals, span.ceil) != map.values.get_count() ||
+        parameter_index_count(normals, span.ceil) != map.indices.get_count() ||
+        !read_array(IN3fGeomParam(normals).getValueProperty(), span.ceil, later))
+        return false;
+    blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, span.weight,
+          BlendRounding::FLOAT_PRODUCTS);
+    return true;
 }

@@ -1,4 +1,4 @@
-/// Normals of polygon corners as the host's normal map.
+/// Normals as the host's normal map.
 #pragma once
 
 #include <Alembic/AbcGeom/All.h>
@@ -7,9 +7,14 @@
 
 #include <cstddef>
 
-/// Fills one map with the normals at `selector`, indices in the host's winding, when there is one normal per polygon
-/// corner (`corner_count` of them, which the face counts add up to). False, maps untouched, with another layout or
-/// without normals; false and no map when an index lies beyond the normals.
+/// Fills one map with the normals at `selector` when there are `index_count` indices into them (those stored, or one for
+/// each normal). False, maps untouched, with another number of indices or without normals; false and no map when an index
+/// lies beyond the normals.
+bool read_normal_map(const Alembic::AbcGeom::IN3fGeomParam& normals, const Alembic::Abc::ISampleSelector& selector,
+                     std::size_t index_count, CoreArray<GeometryNormalMap>& normal_maps);
+
+/// The same for the corners of polygons: indices in the host's winding, `corner_count` of them, which the face counts add
+/// up to.
 bool read_corner_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const Alembic::Abc::ISampleSelector& selector,
                          const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
                          CoreArray<GeometryNormalMap>& normal_maps);
@@ -27,4 +32,5 @@ struct NormalsSpan
 NormalsSpan find_normals_span(const Alembic::AbcGeom::IN3fGeomParam& normals, double time);
 
 /// `map` holds the values of the span's floor sample; blends them with those of its ceiling sample. Not renormalised.
-void blend_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map);
+/// False, map untouched, when the two samples differ in size.
+bool blend_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map);

@@ -27,10 +27,10 @@ unsigned int any_bits(const unsigned int* values, std::size_t count, Function f)
 constexpr unsigned int sign_bit = 0x80000000u;
 
 /// Sum of the counts in 64 bits; -1 when one of them, read as a signed number, is negative.
-std::int64_t sum_of_face_counts(const CoreArray<unsigned int>& face_counts)
+std::int64_t sum_of_counts(const CoreArray<unsigned int>& counts)
 {
-    const std::size_t count = face_counts.get_count();
-    const unsigned int* values = face_counts.get_data();
+    const std::size_t count = counts.get_count();
+    const unsigned int* values = counts.get_data();
     if (any_bits(values, count, [](unsigned int n) { return n; }) & sign_bit) return -1;
     std::int64_t sum = 0;
     std::size_t i = 0;
@@ -46,7 +46,13 @@ std::int64_t sum_of_face_counts(const CoreArray<unsigned int>& face_counts)
 
 bool face_counts_add_up(const CoreArray<unsigned int>& face_counts, std::size_t index_count)
 {
-    return sum_of_face_counts(face_counts) == static_cast<std::int64_t>(index_count);
+    return sum_of_counts(face_counts) == static_cast<std::int64_t>(index_count);
+}
+
+bool counts_fit(const CoreArray<unsigned int>& counts, std::size_t point_count)
+{
+    const std::int64_t sum = sum_of_counts(counts);
+    return sum >= 0 && static_cast<std::uint64_t>(sum) <= point_count;
 }
 
 bool indices_are_at_most(const CoreArray<unsigned int>& indices, std::uint64_t limit)
