@@ -37,15 +37,17 @@ void CameraSample::getScreenWindow(double& top, double& bottom, double& left, do
     const double half_width = getLensSqueezeRatio();
     const double half_height = half_width * getVerticalAperture() / aperture;
     const M33d film_back = getFilmBackMatrix();
-    const V2d low =
-        V2d(-(1.0 + getOverScanLeft()) * half_width, -(1.0 + getOverScanBottom()) * half_height) * film_back;
-    const V2d high = V2d((1.0 + getOverScanRight()) * half_width, (1.0 + getOverScanTop()) * half_height) * film_back;
+    // The corners that are transformed are the top left and the bottom right one.
+    const V2d top_left =
+        V2d(-(1.0 + getOverScanLeft()) * half_width, (1.0 + getOverScanTop()) * half_height) * film_back;
+    const V2d bottom_right =
+        V2d((1.0 + getOverScanRight()) * half_width, -(1.0 + getOverScanBottom()) * half_height) * film_back;
     const double horizontal_shift = 2.0 * getHorizontalFilmOffset() * half_width / aperture;
     const double vertical_shift = 2.0 * getVerticalFilmOffset() / aperture;
-    left = low.x + horizontal_shift;
-    right = high.x + horizontal_shift;
-    bottom = low.y + vertical_shift;
-    top = high.y + vertical_shift;
+    left = top_left.x + horizontal_shift;
+    right = bottom_right.x + horizontal_shift;
+    bottom = bottom_right.y + vertical_shift;
+    top = top_left.y + vertical_shift;
 }
 
 double CameraSample::getCoreValue(std::size_t index) const

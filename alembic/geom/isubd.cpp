@@ -60,7 +60,13 @@ void ISubDSchema::get(Sample& sample, const ISampleSelector& selector) const
     face_counts_.get(sample.face_counts_, selector);
     read_self_bounds(sample.self_bounds_, selector);
 
-    const auto get = [&](const auto& property, auto& value) { get_if_set(property, value, selector); };
+    // Intended: a property that is there without a sample is an error, velocities alone excepted. Creases without
+    // sharpnesses are written like that.
+    const auto get = [&](const auto& property, auto& value) {
+        if (property.getPtr()) {
+            property.get(value, selector);
+        }
+    };
     get(optional_.face_varying_interpolate_boundary, sample.face_varying_interpolate_boundary_);
     get(optional_.face_varying_propagate_corners, sample.face_varying_propagate_corners_);
     get(optional_.interpolate_boundary, sample.interpolate_boundary_);
@@ -71,7 +77,7 @@ void ISubDSchema::get(Sample& sample, const ISampleSelector& selector) const
     get(optional_.corner_sharpnesses, sample.corner_sharpnesses_);
     get(optional_.holes, sample.holes_);
     get(optional_.scheme, sample.scheme_);
-    get(optional_.velocities, sample.velocities_);
+    get_if_set(optional_.velocities, sample.velocities_, selector);
     ALEMBIC_ABC_SAFE_CALL_END();
 }
 

@@ -124,11 +124,12 @@ void IXformSchema::mark_animated_channels(const AbcA::CompoundPropertyReaderPtr&
         return;
     }
     const AbcA::ArrayPropertyReaderPtr property = schema->getArrayProperty(".animChans");
-    if (property->getNumSamples() == 0) {
+    const size_t sample_count = property->getNumSamples();
+    if (sample_count == 0) {
         return;
     }
     AbcA::ArraySamplePtr sample;
-    property->getSample(0, sample);
+    property->getSample(static_cast<AbcA::index_t>(sample_count) - 1, sample); // the last knows of all changes
     const uint32_t* numbers = static_cast<const uint32_t*>(sample->getData());
     std::vector<uint32_t> animated(numbers, numbers + sample->size() * header->getDataType().getExtent());
     std::sort(animated.begin(), animated.end());

@@ -18,8 +18,7 @@ OVisibilityProperty CreateVisibilityProperty(OObject& object, AbcA::TimeSampling
 IVisibilityProperty GetVisibilityProperty(IObject& schemaObject)
 {
     const ICompoundProperty properties = schemaObject.getProperties();
-    const AbcA::PropertyHeader* header = properties.getPropertyHeader(kVisibilityPropertyName);
-    if (!header || !IVisibilityProperty::matches(*header)) {
+    if (!properties.getPropertyHeader(kVisibilityPropertyName)) {
         return IVisibilityProperty();
     }
     return IVisibilityProperty(properties, kVisibilityPropertyName);

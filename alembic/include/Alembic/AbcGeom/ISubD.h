@@ -105,7 +105,7 @@ public:
     AbcA::TimeSamplingPtr getTimeSampling() const { return positions_.getTimeSampling(); }
 
     /// Each property at the index that the selector gives with its own time sampling and count. What the surface has
-    /// not stays as it is in `sample`.
+    /// not stays as it is in `sample`. A property that is there without samples is an error (but for velocities).
     void get(Sample& sample, const ISampleSelector& selector = ISampleSelector()) const;
     Sample getValue(const ISampleSelector& selector = ISampleSelector()) const
     {

@@ -25,7 +25,7 @@ typedef OCharProperty OVisibilityProperty;
 ALEMBIC_EXPORT OVisibilityProperty CreateVisibilityProperty(OObject& object, uint32_t timeSamplingID);
 ALEMBIC_EXPORT OVisibilityProperty CreateVisibilityProperty(OObject& object, AbcA::TimeSamplingPtr timeSampling);
 
-/// The property of `schemaObject`; invalid when the object has none, or one of another type.
+/// The property of `schemaObject`; invalid when the object has none. Throws when it is of another type.
 ALEMBIC_EXPORT IVisibilityProperty GetVisibilityProperty(IObject& schemaObject);
 
 /// What `schemaObject` itself says, unchecked; deferred when it says nothing.
