@@ -28,6 +28,14 @@ void release(HandlePtr& handle)
     handle.reset();
 }
 
+/// The size of the square in the handle's archive.
+float square_size(const AbcInputArchiveHandle& handle)
+{
+    const AbcG::IObject top = static_cast<AbcG::IArchive*>(handle.get_archive())->getTop();
+    const AbcG::IPolyMesh mesh(top.getChild("body"), "shape");
+    return (*mesh.getSchema().getValue().getPositions())[2].x;
+}
+
 class ArchiveManager : public StartedLibrary
 {
 protected:
@@ -75,6 +83,8 @@ TEST_F(ArchiveManager, AnotherOrderIsAnotherArchive)
     ASSERT_TRUE(ab->is_archive_valid());
     ASSERT_TRUE(ba->is_archive_valid());
     EXPECT_NE(ab->get_archive(), ba->get_archive());
+    EXPECT_EQ(square_size(*ab), 2.0f); // the last file of the list is the strongest layer
+    EXPECT_EQ(square_size(*ba), 1.0f);
     release(ab);
     release(ba);
 }
