@@ -56,16 +56,20 @@ GMathMatrix4x4<double> GMathRotation::compute_matrix(const GMathVec3<double>& de
 
 GMathVec3<double> GMathRotation::compute_angles(const GMathMatrix4x4<double>& matrix, const unsigned int& order)
 {
-    // Written out for XYZ: row z is (-sin y, cos y sin x, cos y cos x), column x is (cos z cos y, sin z cos y, -sin y).
-    // An odd order mirrors all angles, which is what the parity stands for.
+    // Written out for XYZ: row z is (-sin y, cos y sin x, cos y cos x). An odd order mirrors all angles, which is what the
+    // parity stands for. The last angle is read after the first is turned back: near gimbal lock rounding leaves open
+    // how they share the turn, and only so do they still make the same rotation.
     const AxisOrder axes = get_axis_order(order);
     const int i = axes.first, j = axes.middle, k = axes.last;
     const double cosine = std::hypot(matrix[k][j], matrix[k][k]);
     GMathVec3<double> degrees{};
     degrees[j] = std::atan2(-axes.parity * matrix[k][i], cosine) * degrees_per_radian;
     if (cosine > 1e-12) {
-        degrees[i] = std::atan2(axes.parity * matrix[k][j], matrix[k][k]) * degrees_per_radian;
-        degrees[k] = std::atan2(axes.parity * matrix[j][i], matrix[i][i]) * degrees_per_radian;
+        const double sin_first = matrix[k][j] / cosine, cos_first = matrix[k][k] / cosine;
+        degrees[i] = std::atan2(axes.parity * sin_first, cos_first) * degrees_per_radian;
+        degrees[k] = std::atan2(-axes.parity * (cos_first * matrix[i][j] - sin_first * matrix[i][k]),
+                                cos_first * matrix[j][j] - sin_first * matrix[j][k]) *
+                     degrees_per_radian;
     } else {
         // First and last axis turn about the same line: only their sum or difference is known.
         degrees[i] = std::atan2(-axes.parity * matrix[j][k], matrix[j][j]) * degrees_per_radian;

@@ -125,6 +125,21 @@ TEST(GMathRotation, EveryOrderIsTheProductOfItsAxesAndComesBackAsAngles)
         }
 }
 
+TEST(GMathRotation, NearGimbalLockTheAnglesStillMakeTheRotation)
+{
+    for (const auto& order : orders)
+        for (unsigned int seed = 0; seed < 200; ++seed) {
+            Random random(seed);
+            Vec3 degrees = random.vector(-180, 180);
+            const double off = std::pow(10.0, -double(seed % 14));
+            degrees[order.axes[1] - 'X'] = seed % 2 == 0 ? 90.0 - off : off - 90.0;
+            const Matrix matrix = GMathRotation::compute_matrix(degrees, order.code);
+            const Vec3 angles = GMathRotation::compute_angles(matrix, order.code);
+            EXPECT_LT(max_difference(matrix, GMathRotation::compute_matrix(angles, order.code)), 2e-12)
+                << order.axes << ", " << off << " degrees off, seed " << seed;
+        }
+}
+
 TEST(GMathTransform, ComposesAllComponentsInTheirOrder)
 {
     for (const auto& order : orders)
