@@ -23,6 +23,13 @@ AbcVisibilityHeader::VisibilityType constant_type(std::int8_t value)
     }
 }
 
+/// Invalid when the object has no such property, or one of another type, which Alembic refuses to open.
+IVisibilityProperty find_visibility(IObject& object)
+{
+    const AbcA::PropertyHeader* const header = object.getProperties().getPropertyHeader(kVisibilityPropertyName);
+    return header && IVisibilityProperty::matches(*header) ? GetVisibilityProperty(object) : IVisibilityProperty();
+}
+
 } // namespace
 
 const char* AbcVisibilityHeader::get_visibility_type_name(const VisibilityType& type)
@@ -51,7 +58,7 @@ AbcVisibilityHeader::AbcVisibilityHeader(void* object)
     : AbcVisibilityHeader()
 {
     if (!object || !static_cast<const IObject*>(object)->valid()) return;
-    const IVisibilityProperty visibility = GetVisibilityProperty(*static_cast<IObject*>(object));
+    const IVisibilityProperty visibility = find_visibility(*static_cast<IObject*>(object));
     const std::size_t sample_count = visibility.valid() ? visibility.getNumSamples() : 0;
     if (sample_count == 0) return;
 

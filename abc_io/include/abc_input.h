@@ -203,25 +203,28 @@ public:
 
     // ---- Transforms -----------------------------------------------------------------------------------------------
 
-    /// Local matrix of the handle's transform at `time`, in the host's convention (column vectors).
+    /// Local matrix of the handle's transform at `time`, in the host's convention (column vectors); interpolated between
+    /// samples, those at the ends hold beyond them.
     static bool evaluate_pivot_matrix(const AbcInputArchiveHandle& handle, const double& time,
                                       GMathMatrix4x4<double>& matrix);
     /// The handle's transform at `time`, decomposed.
     static bool evaluate_pivot_data(const AbcInputArchiveHandle& handle, const double& time, AbcPivotData& pivot_data);
     /// A transform at the time of its first sample, decomposed.
     static bool get_pivot_data(const AbcFileList& files, const CoreString& object_name, AbcPivotData& pivot_data);
-    /// Samples and time range of a transform. Sets it on the handle.
+    /// Samples and time range of a transform. Sets it on the handle; a failure leaves the handle without an object.
     static bool get_animation_header(AbcInputArchiveHandle& handle, const CoreString& object_name,
                                      AbcAnimationHeader& header);
 
     // ---- Visibility -----------------------------------------------------------------------------------------------
 
-    /// Whether the handle's object is visible at `time`, its ancestors' visibility taken into account.
+    /// Whether the handle's object is visible at `time`: the first of the object and its ancestors that does not defer to
+    /// its parent decides; true when none does, and without an object. Takes no lock: the caller holds the handle's.
     static bool is_object_visible_at(AbcInputArchiveHandle& handle, const double& time);
 
     // ---- Cameras --------------------------------------------------------------------------------------------------
 
-    /// Attributes of the handle's camera at `time`; lengths of the film back in metres.
+    /// Attributes of the handle's camera at `time`; lengths of the film back in metres. True, `header` untouched, for a
+    /// camera without samples.
     static bool evaluate_camera_attributes(const AbcInputArchiveHandle& handle, const double& time,
                                            AbcCameraHeader& header);
     /// The stored samples of the camera that cover [`start`, `end`].
@@ -229,7 +232,7 @@ public:
                                     GMathTimeSampling& sampling);
     static bool get_camera_sampling(const AbcFileList& files, const CoreString& object_name, const double& start,
                                     const double& end, GMathTimeSampling& sampling);
-    /// Samples and time range of a camera. Sets it on the handle.
+    /// Samples and time range of a camera. Sets it on the handle; a failure leaves the handle without an object.
     static bool get_camera_animation_header(AbcInputArchiveHandle& handle, const CoreString& object_name,
                                             AbcAnimationHeader& header);
 
