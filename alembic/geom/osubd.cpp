@@ -2,6 +2,8 @@
 
 #include "geom/omesh_state.h"
 
+#include <utility>
+
 namespace Alembic {
 namespace AbcGeom {
 inline namespace ALEMBIC_VERSION_NS {
@@ -42,7 +44,15 @@ bool OSubDSchema::Sample::isPartialSample() const
 
 struct OSubDSchema::State : OMeshState
 {
-    using OMeshState::OMeshState;
+    template <class... ARGUMENTS>
+    explicit State(ARGUMENTS&&... arguments)
+        : OMeshState(std::forward<ARGUMENTS>(arguments)...)
+    {
+        for (ArrayPart<Abc::Int32TPTraits>* part : {&crease_indices, &crease_lengths, &corner_indices, &holes})
+            part->start_one_short();
+        crease_sharpnesses.start_one_short();
+        corner_sharpnesses.start_one_short();
+    }
 
     ScalarPart<Abc::Int32TPTraits> face_varying_interpolate_boundary{*this, ".faceVaryingInterpolateBoundary"};
     ScalarPart<Abc::Int32TPTraits> face_varying_propagate_corners{*this, ".faceVaryingPropagateCorners"};

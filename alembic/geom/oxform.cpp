@@ -77,6 +77,10 @@ private:
         if (sample.getNumOps() > max_operations)
             ABCA_THROW("A transform has " << sample.getNumOps() << " operations; a file holds " << max_operations
                                           << " at most. Combine some of them in a matrix");
+        // Intended: this one count is refused, as it is by every writer of this format. One more makes an array.
+        if (sample.getNumOpChannels() == LongScalar<Abc::Float64TPTraits>::longest_scalar + 1)
+            ABCA_THROW("createScalarProperty, illegal DataType provided.\nA transform of exactly "
+                       << sample.getNumOpChannels() << " channels cannot be stored: add or leave out an operation");
         inherits_ = OBoolProperty(compound(), ".inherits", time_sampling_index());
         first_sample_ = sample;
         for (size_t i = 0; i < sample.getNumOps(); ++i)

@@ -57,7 +57,7 @@ public:
     {
         if (!exists()) self().create_for(value);
         if (property_.getNumSamples() == 0)
-            for (size_t i = 0; i < owner_.num_samples(); ++i)
+            for (size_t i = starts_one_short_ ? 1 : 0; i < owner_.num_samples(); ++i)
                 self().write_default();
         property_.set(value);
         settle_time_sampling();
@@ -89,6 +89,10 @@ public:
     /// second sample on the part has the schema's.
     void let_one_sample_hold_at_any_time() { holds_at_any_time_ = owner_.sparse(); }
 
+    /// Intended for creases, corners and holes: coming late they are filled up one sample short, so that their indices
+    /// lag by one. Archives of this format are like that, and an archive must not depend on who wrote it.
+    void start_one_short() { starts_one_short_ = true; }
+
 protected:
     uint32_t first_time_sampling() const { return holds_at_any_time_ ? 0 : owner_.time_sampling_index(); }
 
@@ -107,6 +111,7 @@ private:
     }
 
     bool holds_at_any_time_ = false;
+    bool starts_one_short_ = false;
 };
 
 /// An array or scalar property.

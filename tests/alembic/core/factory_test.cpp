@@ -181,6 +181,7 @@ TEST_F(Factory, LayersWhatCanBeOpened)
 
 TEST_F(Factory, OpensStreams)
 {
+    factory_.setPolicy(ErrorHandler::kQuietNoopPolicy);
     std::istringstream first(good_bytes()), second(good_bytes()), bad("bad");
     EXPECT_TRUE(factory_.getArchive(std::vector<std::istream*>{&first, &second}, type_).valid());
     EXPECT_EQ(type_, IFactory::kOgawa);

@@ -36,9 +36,11 @@ ICompoundProperty xform_compound(const ScratchFile& file, const std::string& nam
 TEST(OXform, ChannelsAreAScalarWhileTheyFitAndAnArrayBeyond)
 {
     ScratchFile file("channels.abc");
-    const size_t counts[] = {255, 256, 257};
+    const size_t counts[] = {255, 257};
     {
         OArchive archive = new_archive(file);
+        XformSample refused = stack(15, 256 - 240, 0);
+        EXPECT_THROW(OXform(archive.getTop(), "256").getSchema().set(refused), Alembic::Util::Exception);
         for (size_t count : counts) {
             OXform x(archive.getTop(), std::to_string(count));
             for (int i = 0; i < 2; ++i) {

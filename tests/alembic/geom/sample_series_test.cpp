@@ -51,14 +51,17 @@ TEST(SampleSeries, SubdivisionSurfaces)
     typedef OSubDSchema::Sample Sample;
     typedef SeriesPart<Sample> Part;
     SeriesParts<Sample> parts = mesh_parts<Sample>();
-    parts.push_back({".creaseIndices", 1, Part::OPTIONAL, GIVE(Sample, setCreaseIndices, Int32ArraySample, int32_t)});
-    parts.push_back({".creaseLengths", 1, Part::OPTIONAL, GIVE(Sample, setCreaseLengths, Int32ArraySample, int32_t)});
     parts.push_back(
-        {".creaseSharpnesses", 1, Part::OPTIONAL, GIVE(Sample, setCreaseSharpnesses, FloatArraySample, float)});
-    parts.push_back({".cornerIndices", 1, Part::OPTIONAL, GIVE(Sample, setCornerIndices, Int32ArraySample, int32_t)});
+        {".creaseIndices", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setCreaseIndices, Int32ArraySample, int32_t)});
     parts.push_back(
-        {".cornerSharpnesses", 1, Part::OPTIONAL, GIVE(Sample, setCornerSharpnesses, FloatArraySample, float)});
-    parts.push_back({".holes", 1, Part::OPTIONAL, GIVE(Sample, setHoles, Int32ArraySample, int32_t)});
+        {".creaseLengths", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setCreaseLengths, Int32ArraySample, int32_t)});
+    parts.push_back(
+        {".creaseSharpnesses", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setCreaseSharpnesses, FloatArraySample, float)});
+    parts.push_back(
+        {".cornerIndices", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setCornerIndices, Int32ArraySample, int32_t)});
+    parts.push_back(
+        {".cornerSharpnesses", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setCornerSharpnesses, FloatArraySample, float)});
+    parts.push_back({".holes", 1, Part::LATE_ONE_SHORT, GIVE(Sample, setHoles, Int32ArraySample, int32_t)});
     check_many<OSubD>(parts, true);
 }
 
