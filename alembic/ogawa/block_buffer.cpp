@@ -8,6 +8,8 @@
 
 namespace Alembic::Ogawa {
 
+__thread LastBlock last_block;
+
 namespace {
 
 struct Block
@@ -31,6 +33,7 @@ struct ThreadBlocksOwner
 {
     ~ThreadBlocksOwner()
     {
+        last_block = {};
         delete thread_blocks;
         thread_blocks = nullptr;
         thread_ends = true;
@@ -45,26 +48,31 @@ ThreadBlocks* blocks_of_this_thread()
     return thread_blocks = new (std::nothrow) ThreadBlocks;
 }
 
-/// The bytes of a block, read if they are not there yet. Null when there is no memory to keep them.
-const char* find_block(const ByteSource& source, std::uint64_t source_id, std::uint64_t number)
+/// Makes block `number` the one used last, and reads it if it is not there yet. False when there is no memory to keep it.
+bool use_block(const ByteSource& source, std::uint64_t source_id, std::uint64_t number)
 {
     ThreadBlocks* const cache = blocks_of_this_thread();
-    if (!cache) return nullptr;
+    if (!cache) return false;
+    const std::uint64_t start = number * BlockBuffer::block_size;
+    const std::uint64_t size = std::min<std::uint64_t>(BlockBuffer::block_size, source.size() - start);
     const std::size_t set = (number + source_id * 5) % BlockBuffer::sets;
-    for (const Block& block : cache->blocks[set])
-        if (block.number == number && block.source_id == source_id) return block.bytes.get();
+    for (const Block& block : cache->blocks[set]) {
+        if (block.number != number || block.source_id != source_id) continue;
+        last_block = {source_id, start, size, block.bytes.get()};
+        return true;
+    }
 
     Block& block = cache->blocks[set][cache->next_way[set]];
     if (!block.bytes) block.bytes.reset(new (std::nothrow) char[BlockBuffer::block_size]);
-    if (!block.bytes) return nullptr;
+    if (!block.bytes) return false;
     cache->next_way[set] = static_cast<unsigned char>((cache->next_way[set] + 1) % BlockBuffer::ways);
-    block.source_id = 0; // holds nothing until the read has succeeded
-    const std::uint64_t start = number * BlockBuffer::block_size;
-    const std::uint64_t size = std::min<std::uint64_t>(BlockBuffer::block_size, source.size() - start);
+    block.source_id = 0; // holds nothing until the read has succeeded, and was perhaps the block used last
+    last_block = {};
     source.read(start, block.bytes.get(), static_cast<std::size_t>(size));
     block.source_id = source_id;
     block.number = number;
-    return block.bytes.get();
+    last_block = {source_id, start, size, block.bytes.get()};
+    return true;
 }
 
 std::uint64_t next_source_id()
@@ -86,16 +94,16 @@ BlockBuffer::BlockBuffer(std::unique_ptr<const ByteSource> source)
     whole_ = std::move(bytes);
 }
 
-void BlockBuffer::read_large_source(std::uint64_t position, void* into, std::size_t size) const
+void BlockBuffer::read_elsewhere(std::uint64_t position, void* into, std::size_t size) const
 {
+    if (position > size_ || size > size_ - position) throw_read_failed();
     if (size > small_limit) return source_->read(position, into, size);
     auto* target = static_cast<char*>(into);
     while (size > 0) {
+        if (!use_block(*source_, id_, position / block_size)) return source_->read(position, target, size);
         const auto offset = static_cast<std::size_t>(position % block_size);
         const std::size_t part = std::min(size, block_size - offset);
-        const char* const bytes = find_block(*source_, id_, position / block_size);
-        if (!bytes) return source_->read(position, target, size);
-        std::memcpy(target, bytes + offset, part);
+        std::memcpy(target, last_block.bytes + offset, part);
         position += part;
         target += part;
         size -= part;

@@ -9,6 +9,17 @@
 
 namespace Alembic::Ogawa {
 
+/// The block that a thread used last: most small reads fall into it. Plain thread-local storage without a constructor,
+/// so that looking at it costs an instruction or two.
+struct LastBlock
+{
+    std::uint64_t source_id; ///< 0: none
+    std::uint64_t start;     ///< position of its first byte
+    std::uint64_t size;
+    const char* bytes;
+};
+extern __thread LastBlock last_block __attribute__((visibility("hidden"), tls_model("initial-exec")));
+
 /// Reads of a byte source, the small ones through blocks. Any number of threads may read at once: there is no lock and
 /// nothing is shared that changes.
 ///
@@ -33,23 +44,36 @@ public:
     /// they do not lie inside the source.
     void read(std::uint64_t position, void* into, std::size_t size) const
     {
-        if (position > size_ || size > size_ - position) throw_read_failed();
-        if (whole_)
-            std::memcpy(into, whole_.get() + position, size);
+        if (const char* const bytes = find(position, size))
+            std::memcpy(into, bytes, size);
         else
-            read_large_source(position, into, size);
+            read_elsewhere(position, into, size);
     }
 
     /// The u64 at `position`; throws as read() does.
     std::uint64_t read_u64(std::uint64_t position) const
     {
         std::uint64_t value;
-        read(position, &value, sizeof value);
+        if (const char* const bytes = find(position, sizeof value))
+            std::memcpy(&value, bytes, sizeof value);
+        else
+            read_elsewhere(position, &value, sizeof value);
         return value;
     }
 
 private:
-    void read_large_source(std::uint64_t position, void* into, std::size_t size) const;
+    /// The bytes when they lie in the source that is kept whole, or in the block used last; else null.
+    const char* find(std::uint64_t position, std::size_t size) const
+    {
+        if (last_block.source_id == id_) {
+            const std::uint64_t offset = position - last_block.start; // before its start: a very large number
+            if (offset < last_block.size && size <= last_block.size - offset) return last_block.bytes + offset;
+        }
+        if (whole_ && position <= size_ && size <= size_ - position) return whole_.get() + position;
+        return nullptr;
+    }
+
+    void read_elsewhere(std::uint64_t position, void* into, std::size_t size) const;
 
     std::unique_ptr<const ByteSource> source_;
     std::uint64_t size_;

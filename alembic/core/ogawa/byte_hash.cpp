@@ -22,14 +22,9 @@ std::uint64_t make_seed()
     return multiply_and_fold(seed | 1, 0xd6e8feb86659fd93);
 }
 
-const std::uint64_t seed = make_seed();
-
 } // namespace
 
-std::uint64_t process_seed()
-{
-    return seed;
-}
+const std::uint64_t seed_of_process = make_seed();
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreOgawa
