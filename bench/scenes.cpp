@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <vector>
 
 using namespace Alembic::AbcGeom;
@@ -22,87 +23,113 @@ OArchive make_archive(const std::string& path, uint32_t& sampling)
 
 } // namespace
 
-void write_mesh_scene(const std::string& path)
+SceneWriter make_mesh_scene()
 {
     constexpr int side = 1000, points = side + 1, frames = 8;
-    uint32_t sampling = 0;
-    OArchive archive = make_archive(path, sampling);
-    OXform root(archive.getTop(), "root", sampling);
-    OPolyMesh grid(root, "grid", sampling);
-
-    const std::vector<int32_t> counts(size_t(side) * side, 4);
-    std::vector<int32_t> indices;
-    indices.reserve(counts.size() * 4);
+    struct Frame
+    {
+        std::vector<V3f> positions = std::vector<V3f>(size_t(points) * points);
+        std::vector<N3f> normals = std::vector<N3f>(size_t(points) * points);
+    };
+    struct Scene
+    {
+        std::vector<int32_t> counts = std::vector<int32_t>(size_t(side) * side, 4), indices;
+        std::vector<uint32_t> value_indices;
+        std::vector<V2f> uvs = std::vector<V2f>(size_t(points) * points);
+        std::vector<Frame> frames;
+    };
+    const auto scene = std::make_shared<Scene>();
     for (int row = 0; row < side; ++row)
         for (int column = 0; column < side; ++column) {
             const int corner = row * points + column;
-            indices.insert(indices.end(), {corner, corner + points, corner + points + 1, corner + 1});
+            scene->indices.insert(scene->indices.end(), {corner, corner + points, corner + points + 1, corner + 1});
         }
-    const std::vector<uint32_t> value_indices(indices.begin(), indices.end());
-    std::vector<V2f> uvs(size_t(points) * points);
+    scene->value_indices.assign(scene->indices.begin(), scene->indices.end());
     for (int row = 0; row < points; ++row)
         for (int column = 0; column < points; ++column)
-            uvs[size_t(row) * points + column] = V2f(float(column) / side, float(row) / side);
-
-    std::vector<V3f> positions(uvs.size());
-    std::vector<N3f> normals(uvs.size());
-    for (int frame = 0; frame < frames; ++frame) {
+            scene->uvs[size_t(row) * points + column] = V2f(float(column) / side, float(row) / side);
+    scene->frames.resize(frames);
+    for (int frame = 0; frame < frames; ++frame)
         for (int row = 0; row < points; ++row)
             for (int column = 0; column < points; ++column) {
                 const float height = std::sin(column * 0.05f + frame * 0.3f) * std::cos(row * 0.05f);
-                positions[size_t(row) * points + column] = V3f(float(column), height, float(row));
-                normals[size_t(row) * points + column] = N3f(-height, 1.0f, height * 0.5f);
+                Frame& values = scene->frames[size_t(frame)];
+                values.positions[size_t(row) * points + column] = V3f(float(column), height, float(row));
+                values.normals[size_t(row) * points + column] = N3f(-height, 1.0f, height * 0.5f);
             }
-        OPolyMeshSchema::Sample sample{V3fArraySample(positions)};
-        if (frame == 0) {
-            sample.setFaceIndices(Int32ArraySample(indices));
-            sample.setFaceCounts(Int32ArraySample(counts));
-            sample.setUVs(
-                OV2fGeomParam::Sample(V2fArraySample(uvs), UInt32ArraySample(value_indices), kFacevaryingScope));
+
+    return [scene](const std::string& path) {
+        uint32_t sampling = 0;
+        OArchive archive = make_archive(path, sampling);
+        OXform root(archive.getTop(), "root", sampling);
+        OPolyMesh grid(root, "grid", sampling);
+        for (const Frame& frame : scene->frames) {
+            OPolyMeshSchema::Sample sample{V3fArraySample(frame.positions)};
+            if (&frame == &scene->frames.front()) {
+                sample.setFaceIndices(Int32ArraySample(scene->indices));
+                sample.setFaceCounts(Int32ArraySample(scene->counts));
+                sample.setUVs(OV2fGeomParam::Sample(V2fArraySample(scene->uvs), UInt32ArraySample(scene->value_indices),
+                                                    kFacevaryingScope));
+            }
+            sample.setNormals(ON3fGeomParam::Sample(N3fArraySample(frame.normals),
+                                                    UInt32ArraySample(scene->value_indices), kFacevaryingScope));
+            grid.getSchema().set(sample);
         }
-        sample.setNormals(
-            ON3fGeomParam::Sample(N3fArraySample(normals), UInt32ArraySample(value_indices), kFacevaryingScope));
-        grid.getSchema().set(sample);
-    }
+    };
 }
 
-void write_points_scene(const std::string& path)
+SceneWriter make_points_scene()
 {
     constexpr size_t count = 2'000'000;
-    uint32_t sampling = 0;
-    OArchive archive = make_archive(path, sampling);
-    OPoints cloud(archive.getTop(), "cloud", sampling);
-    std::vector<V3f> positions(count);
-    const std::vector<V3f> velocities(count, V3f(0, 24, 0));
-    std::vector<uint64_t> ids(count);
+    struct Scene
+    {
+        std::vector<std::vector<V3f>> positions = std::vector<std::vector<V3f>>(4, std::vector<V3f>(count));
+        std::vector<V3f> velocities = std::vector<V3f>(count, V3f(0, 24, 0));
+        std::vector<uint64_t> ids = std::vector<uint64_t>(count);
+    };
+    const auto scene = std::make_shared<Scene>();
     for (size_t i = 0; i < count; ++i)
-        ids[i] = i;
-    for (int frame = 0; frame < 4; ++frame) {
+        scene->ids[i] = i;
+    for (size_t frame = 0; frame < scene->positions.size(); ++frame)
         for (size_t i = 0; i < count; ++i)
-            positions[i] = V3f(float(i % 1000), float(frame) + float(i % 7), float(i / 1000));
-        cloud.getSchema().set(
-            OPointsSchema::Sample(P3fArraySample(positions), UInt64ArraySample(ids), V3fArraySample(velocities)));
-    }
+            scene->positions[frame][i] = V3f(float(i % 1000), float(frame) + float(i % 7), float(i / 1000));
+
+    return [scene](const std::string& path) {
+        uint32_t sampling = 0;
+        OArchive archive = make_archive(path, sampling);
+        OPoints cloud(archive.getTop(), "cloud", sampling);
+        for (const std::vector<V3f>& positions : scene->positions)
+            cloud.getSchema().set(OPointsSchema::Sample(P3fArraySample(positions), UInt64ArraySample(scene->ids),
+                                                        V3fArraySample(scene->velocities)));
+    };
 }
 
-void write_curves_scene(const std::string& path)
+SceneWriter make_curves_scene()
 {
     constexpr size_t count = 200'000, points = 8;
-    uint32_t sampling = 0;
-    OArchive archive = make_archive(path, sampling);
-    OCurves hair(archive.getTop(), "hair", sampling);
-    std::vector<V3f> positions(count * points);
-    const std::vector<int32_t> counts(count, int32_t(points));
-    const std::vector<float> widths(count * points, 0.02f);
-    for (int frame = 0; frame < 4; ++frame) {
+    struct Scene
+    {
+        std::vector<std::vector<V3f>> positions = std::vector<std::vector<V3f>>(4, std::vector<V3f>(count* points));
+        std::vector<int32_t> counts = std::vector<int32_t>(count, int32_t(points));
+        std::vector<float> widths = std::vector<float>(count * points, 0.02f);
+    };
+    const auto scene = std::make_shared<Scene>();
+    for (size_t frame = 0; frame < scene->positions.size(); ++frame)
         for (size_t i = 0; i < count; ++i)
             for (size_t k = 0; k < points; ++k)
-                positions[i * points + k] = V3f(float(i % 500), float(k), float(i / 500) + 0.1f * float(frame));
-        hair.getSchema().set(OCurvesSchema::Sample(P3fArraySample(positions), Int32ArraySample(counts), kCubic,
-                                                   kNonPeriodic,
-                                                   OFloatGeomParam::Sample(FloatArraySample(widths), kVertexScope),
-                                                   OV2fGeomParam::Sample(), ON3fGeomParam::Sample(), kBsplineBasis));
-    }
+                scene->positions[frame][i * points + k] =
+                    V3f(float(i % 500), float(k), float(i / 500) + 0.1f * float(frame));
+
+    return [scene](const std::string& path) {
+        uint32_t sampling = 0;
+        OArchive archive = make_archive(path, sampling);
+        OCurves hair(archive.getTop(), "hair", sampling);
+        for (const std::vector<V3f>& positions : scene->positions)
+            hair.getSchema().set(
+                OCurvesSchema::Sample(P3fArraySample(positions), Int32ArraySample(scene->counts), kCubic, kNonPeriodic,
+                                      OFloatGeomParam::Sample(FloatArraySample(scene->widths), kVertexScope),
+                                      OV2fGeomParam::Sample(), ON3fGeomParam::Sample(), kBsplineBasis));
+    };
 }
 
 void write_hierarchy_scene(const std::string& path, int groups, int props)
@@ -137,9 +164,9 @@ void write_missing_scenes(const std::string& folder)
 {
     std::filesystem::create_directories(folder);
     const auto missing = [&](const char* name) { return !std::filesystem::exists(folder + "/" + name); };
-    if (missing("mesh.abc")) write_mesh_scene(folder + "/mesh.abc");
-    if (missing("points.abc")) write_points_scene(folder + "/points.abc");
-    if (missing("curves.abc")) write_curves_scene(folder + "/curves.abc");
+    if (missing("mesh.abc")) make_mesh_scene()(folder + "/mesh.abc");
+    if (missing("points.abc")) make_points_scene()(folder + "/points.abc");
+    if (missing("curves.abc")) make_curves_scene()(folder + "/curves.abc");
     if (missing("hierarchy.abc")) write_hierarchy_scene(folder + "/hierarchy.abc", 200, 250);
     if (missing("hierarchy_small.abc")) write_hierarchy_scene(folder + "/hierarchy_small.abc", 4, 250);
 }

@@ -13,8 +13,6 @@
 
 namespace {
 
-using Writer = void (*)(const std::string& path);
-
 /// Time of `write` calls of 1 MiB for as many bytes as the scene has.
 void plain_write(benchmark::State& state, const std::string& scene, const std::string& scratch)
 {
@@ -33,8 +31,9 @@ void plain_write(benchmark::State& state, const std::string& scene, const std::s
     std::filesystem::remove(scratch);
 }
 
-void write_scene(benchmark::State& state, Writer writer, const std::string& scratch)
+void write_scene(benchmark::State& state, SceneWriter (*make_scene)(), const std::string& scratch)
 {
+    const SceneWriter writer = make_scene();
     for (auto _ : state)
         writer(scratch);
     state.counters["bytes"] = double(std::filesystem::file_size(scratch));
@@ -48,8 +47,8 @@ void register_writing_benchmarks(const std::string& scenes)
     const struct
     {
         const char* name;
-        Writer writer;
-    } kinds[] = {{"mesh", write_mesh_scene}, {"points", write_points_scene}, {"curves", write_curves_scene}};
+        SceneWriter (*make_scene)();
+    } kinds[] = {{"mesh", make_mesh_scene}, {"points", make_points_scene}, {"curves", make_curves_scene}};
     for (const auto& kind : kinds) {
         const std::string scene = scenes + "/" + kind.name + ".abc", scratch = scenes + "/scratch.tmp";
         benchmark::RegisterBenchmark((std::string("copy.write_calls.") + kind.name).c_str(), plain_write, scene,
@@ -57,7 +56,7 @@ void register_writing_benchmarks(const std::string& scenes)
             ->Iterations(1)
             ->Repetitions(3)
             ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((std::string("write.") + kind.name).c_str(), write_scene, kind.writer, scratch)
+        benchmark::RegisterBenchmark((std::string("write.") + kind.name).c_str(), write_scene, kind.make_scene, scratch)
             ->Iterations(1)
             ->Repetitions(3)
             ->Unit(benchmark::kMillisecond);
