@@ -1,5 +1,6 @@
 /// Deforming meshes: positions, velocities and normals between samples against the stated formulas, bit for bit.
 #include <support/abc_archives.h>
+#include <support/bytes_read.h>
 
 #include <abc_deformation_header.h>
 #include <abc_input_archive_handle.h>
@@ -7,7 +8,6 @@
 #include <vo_geometry/geometry_normal_map.h>
 #include <vo_gmath/gmath_time_sampling.h>
 
-#include <fstream>
 #include <memory>
 #include <random>
 
@@ -49,16 +49,6 @@ AbcG::OPolyMesh add_moving(AbcG::OObject parent, const char* name, const AbcG::T
         mesh.getSchema().set(sample);
     }
     return mesh;
-}
-
-/// Bytes that this process has read so far, by any read call.
-std::size_t bytes_read()
-{
-    std::ifstream io("/proc/self/io");
-    std::string label;
-    std::size_t value = 0;
-    io >> label >> value;
-    return value;
 }
 
 class MeshDeformation : public StartedLibrary
