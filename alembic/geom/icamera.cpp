@@ -15,6 +15,7 @@ inline namespace ALEMBIC_VERSION_NS {
 namespace {
 
 constexpr int core_size = 16;
+constexpr size_t max_operations = 1u << 16; // far beyond any film back; each takes a hundred times its size in the file
 
 /// Finds `name` in `schema`, be it a scalar with several values or an array; neither when it is absent. Throws when the
 /// values are not of type `pod`.
@@ -95,6 +96,8 @@ void ICameraSchema::read_film_back(CameraSample& sample, const ISampleSelector& 
     const AbcA::index_t index = selector.getIndex(core_.getTimeSampling(), static_cast<AbcA::index_t>(channel_samples));
     const std::vector<std::string> operations = read_either<std::string>(scalar_operations_, array_operations_, 0);
     const std::vector<double> channels = read_either<double>(scalar_channels_, array_channels_, index);
+    ABCA_ASSERT(operations.size() <= max_operations,
+                "A camera cannot have " << operations.size() << " film back operations, property: .filmBackOps");
     size_t next = 0;
     for (const std::string& operation : operations) {
         FilmBackXformOp op = FilmBackXformOp::decode(operation);

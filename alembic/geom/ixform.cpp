@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace Alembic {
 namespace AbcGeom {
@@ -14,26 +15,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
 
-constexpr size_t max_scalar_extent = 255; // an extent is stored in one byte
-
-/// Values in stored order into the channels of all operations; channels beyond `count` keep 0.
-template <class SET_CHANNEL>
-void for_each_channel(std::vector<XformOp>& operations, size_t count, const SET_CHANNEL& set)
-{
-    size_t number = 0;
-    for (XformOp& operation : operations) {
-        const size_t channel_count = operation.getNumChannels();
-        for (size_t channel = 0; channel < channel_count && number < count; ++channel) {
-            set(operation, channel, number++);
-        }
-    }
-}
-
-void set_channels(std::vector<XformOp>& operations, const double* values, size_t count)
-{
-    for_each_channel(operations, count,
-                     [&](XformOp& op, size_t channel, size_t i) { op.setChannelValue(channel, values[i]); });
-}
+constexpr size_t max_scalar_extent = 255;   // an extent is stored in one byte
+constexpr size_t max_operations = 1u << 16; // far beyond any transform; each takes a hundred times its size in the file
 
 } // namespace
 
@@ -105,7 +88,9 @@ void IXformSchema::read_operations(const AbcA::CompoundPropertyReaderPtr& schema
         if (property->getNumSamples() > 0) {
             AbcA::ArraySamplePtr codes;
             property->getSample(0, codes);
-            decode(static_cast<const uint8_t*>(codes->getData()), codes->size() * header->getDataType().getExtent());
+            const size_t count = codes->size() * header->getDataType().getExtent();
+            ABCA_ASSERT(count <= max_operations, "A transform cannot have " << count << " operations, property: .ops");
+            decode(static_cast<const uint8_t*>(codes->getData()), count);
         }
     }
     if (operations.empty()) {
@@ -130,15 +115,31 @@ void IXformSchema::mark_animated_channels(const AbcA::CompoundPropertyReaderPtr&
     }
     AbcA::ArraySamplePtr sample;
     property->getSample(static_cast<AbcA::index_t>(sample_count) - 1, sample); // the last knows of all changes
-    const uint32_t* numbers = static_cast<const uint32_t*>(sample->getData());
-    std::vector<uint32_t> animated(numbers, numbers + sample->size() * header->getDataType().getExtent());
-    std::sort(animated.begin(), animated.end());
-    const size_t all = animated.empty() ? 0 : size_t(animated.back()) + 1;
-    for_each_channel(operations, all, [&](XformOp& op, size_t channel, size_t i) {
-        if (std::binary_search(animated.begin(), animated.end(), static_cast<uint32_t>(i))) {
-            op.mark_animated(channel);
+    // Numbers count over the channels of all operations; those of none are left out.
+    std::vector<std::pair<XformOp*, size_t>> all_channels;
+    all_channels.reserve(operations.size() * 4);
+    for (XformOp& operation : operations) {
+        for (size_t channel = 0; channel < operation.getNumChannels(); ++channel) {
+            all_channels.emplace_back(&operation, channel);
         }
-    });
+    }
+    const uint32_t* numbers = static_cast<const uint32_t*>(sample->getData());
+    const size_t number_count = sample->size() * header->getDataType().getExtent();
+    for (size_t i = 0; i < number_count; ++i) {
+        if (numbers[i] < all_channels.size()) {
+            all_channels[numbers[i]].first->mark_animated(all_channels[numbers[i]].second);
+        }
+    }
+}
+
+void IXformSchema::set_channels(std::vector<XformOp>& operations, const double* values, size_t count)
+{
+    for (XformOp& operation : operations) {
+        const size_t taken = std::min(operation.getNumChannels(), count);
+        std::copy_n(values, taken, operation.channels_.data());
+        values += taken;
+        count -= taken;
+    }
 }
 
 AbcA::TimeSamplingPtr IXformSchema::getTimeSampling() const

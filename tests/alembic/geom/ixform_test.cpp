@@ -152,3 +152,18 @@ TEST(IXform, APropertyIsSelectedByItsOwnTimeSampling)
     EXPECT_EQ(sample[0].getAngle(), 1.0) << "sample 1, at 10 s";
     EXPECT_FALSE(xform.getSchema().getInheritsXforms(ISampleSelector(1.2)));
 }
+
+TEST(IXform, AnAbsurdNumberOfOperationsIsRefused)
+{
+    ScratchFile file("absurd.abc");
+    {
+        OArchive archive(Alembic::AbcCoreOgawa::WriteArchive(), file.path());
+        for (const size_t count : {size_t(300), size_t(1) << 20}) {
+            write_object<XformSchemaInfo>(
+                archive.getTop(), "x" + std::to_string(count),
+                {array<OUcharArrayProperty>(".ops", std::vector<uint8_t>(count, uint8_t(0x10)), false)});
+        }
+    }
+    EXPECT_EQ(reopened(file, "x300").getSchema().getValue().getNumOpChannels(), 900u);
+    EXPECT_THROW(reopened(file, "x1048576"), Alembic::Util::Exception);
+}

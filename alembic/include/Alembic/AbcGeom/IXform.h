@@ -69,7 +69,8 @@ private:
     void find_values(const AbcA::CompoundPropertyReaderPtr& schema);
     void read_operations(const AbcA::CompoundPropertyReaderPtr& schema);
     void mark_animated_channels(const AbcA::CompoundPropertyReaderPtr& schema, std::vector<XformOp>& operations) const;
-    std::vector<double> read_values(const ISampleSelector& selector) const;
+    /// Values in stored order into the channels of all operations; what `values` has not stays as it is.
+    static void set_channels(std::vector<XformOp>& operations, const double* values, size_t count);
 
     IBoolProperty inherits_;
     IScalarProperty scalar_values_; ///< all channels in one element
