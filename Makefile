@@ -31,7 +31,7 @@ test-release: build
 test-asan test-tsan: test-%: install-deps
 	@cmake --preset $* -DVO_ABC_WERROR=$(WERROR) >/dev/null
 	@cmake --build --preset $* -j $(JOBS)
-	@ctest --preset $* -j $(JOBS) $(if $(filter tsan,$*),-R Thread,)
+	@ctest --preset $* -j $(JOBS)
 
 conformance: build
 ifneq ($(KIT),)
