@@ -2,12 +2,12 @@
 #include "data_keys.h"
 
 #include "abc_input_archive_manager.h"
-#include "reader_scope.h"
 
 #include <Alembic/Util/Murmur3.h>
 
 #include <algorithm>
-#include <array>
+#include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,7 +15,10 @@ using namespace Alembic::AbcGeom;
 
 namespace {
 
-constexpr std::array<const char*, 3> uncounted_properties = {".selfBnds", ".childBnds", ".userProperties"};
+constexpr const char* key_version = "v1:"; // another one whenever the same geometry would give another key
+constexpr int max_compound_depth = 64;     // compounds within compounds; no exporter goes deeper, damaged files may
+
+using HeaderList = std::vector<const PropertyHeader*>;
 
 /// Appends `text` with its length, so that no two sequences of texts make the same bytes.
 void append(const std::string& text, std::string& bytes)
@@ -25,66 +28,174 @@ void append(const std::string& text, std::string& bytes)
     bytes += text;
 }
 
-void append_array(const IArrayProperty& property, const ISampleSelector& selector, std::string& bytes)
+/// Bounds follow from the positions, user properties are no geometry.
+bool is_counted(const std::string& name)
 {
-    ArraySampleKey key;
-    if (property.getNumSamples() == 0 || !property.getKey(key, selector)) return append("", bytes);
-    append(key.digest.str() + std::to_string(key.numBytes), bytes);
+    return name != ".selfBnds" && name != ".childBnds" && name != ".userProperties";
 }
 
-void append_scalar(const IScalarProperty& property, const ISampleSelector& selector, std::string& bytes)
+/// The properties in the order of names: in which order an exporter wrote them makes no difference to the geometry.
+HeaderList sorted_headers(const ICompoundProperty& parent)
+{
+    HeaderList headers;
+    for (std::size_t i = 0; i < parent.getNumProperties(); ++i) {
+        const PropertyHeader& header = parent.getPropertyHeader(i);
+        if (is_counted(header.getName())) headers.push_back(&header);
+    }
+    std::sort(headers.begin(), headers.end(),
+              [](const PropertyHeader* a, const PropertyHeader* b) { return a->getName() < b->getName(); });
+    return headers;
+}
+
+/// The metadata that readers of geometry parameters go by; the rest differs between writers.
+std::string parameter_metadata(const PropertyHeader& header)
+{
+    std::string bytes;
+    const MetaData& metadata = header.getMetaData();
+    append(std::to_string(GetGeometryScope(metadata)), bytes);
+    for (const char* const key : {"interpretation", "notUV", "sourceName"})
+        append(metadata.get(key), bytes);
+    return bytes;
+}
+
+/// The value of a scalar property; of texts every character with its length before them.
+std::string scalar_value(const IScalarProperty& property, const ISampleSelector& selector)
 {
     const DataType& type = property.getDataType();
-    if (property.getNumSamples() == 0) return append("", bytes);
+    std::string bytes;
     if (type.getPod() == Alembic::Util::kStringPOD) {
         std::vector<std::string> texts(type.getExtent());
         property.get(texts.data(), selector);
         for (const std::string& text : texts)
             append(text, bytes);
+    } else if (type.getPod() == Alembic::Util::kWstringPOD) {
+        std::vector<std::wstring> texts(type.getExtent());
+        property.get(texts.data(), selector);
+        for (const std::wstring& text : texts)
+            append(std::string(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)), bytes);
     } else if (type.getPod() < Alembic::Util::kStringPOD) {
-        std::string value(type.getNumBytes(), '\0');
-        property.get(value.data(), selector);
-        append(value, bytes);
+        bytes.resize(type.getNumBytes());
+        property.get(bytes.data(), selector);
     }
+    return bytes;
 }
 
-/// Appends names, types and samples of all that counts in a compound. In the order of names: in which order an exporter
-/// wrote its properties makes no difference to the geometry.
-void append_compound(const ICompoundProperty& parent, const ISampleSelector& selector, std::string& bytes)
+/// Whether a schema's own scalar has the value that a missing one stands for.
+bool is_default(const std::string& name, const std::string& value)
 {
-    std::vector<const PropertyHeader*> headers;
-    for (std::size_t i = 0; i < parent.getNumProperties(); ++i)
-        headers.push_back(&parent.getPropertyHeader(i));
-    std::sort(headers.begin(), headers.end(),
-              [](const PropertyHeader* a, const PropertyHeader* b) { return a->getName() < b->getName(); });
-    for (const PropertyHeader* header : headers) {
+    if (name == "curveBasisAndType") return false; // never missing
+    if (name == ".scheme") return value == "13:catmull-clark";
+    return std::all_of(value.begin(), value.end(), [](char byte) { return byte == 0; });
+}
+
+/// Digest and size of the stored sample. Archives keep no digest of some samples, and that of wide strings stands for
+/// the first quarter of them only: these are read.
+std::string array_digest(const IArrayProperty& property, const ISampleSelector& selector)
+{
+    ArraySampleKey key;
+    const bool is_wide = property.getDataType().getPod() == Alembic::Util::kWstringPOD;
+    if (!is_wide && property.getKey(key, selector)) return key.digest.str() + std::to_string(key.numBytes);
+    ArraySamplePtr sample;
+    property.get(sample, selector);
+    if (!sample || !sample->valid()) return std::string();
+    key = sample->getKey();
+    return key.digest.str() + std::to_string(key.numBytes);
+}
+
+/// Empty for a sample without elements.
+std::string array_bytes(const IArrayProperty& property, const ISampleSelector& selector)
+{
+    std::string bytes;
+    if (property.getNumSamples() == 0) return bytes;
+    Dimensions dimensions;
+    property.getDimensions(dimensions, selector);
+    if (dimensions.numPoints() == 0) return bytes;
+    append("array", bytes);
+    for (std::size_t i = 0; i < dimensions.rank(); ++i)
+        append(std::to_string(dimensions[i]), bytes);
+    append(array_digest(property, selector), bytes);
+    return bytes;
+}
+
+/// Empty without samples, and for a value that a missing property stands for as well.
+std::string scalar_bytes(const IScalarProperty& property, const ISampleSelector& selector, bool has_default)
+{
+    std::string bytes;
+    if (property.getNumSamples() == 0) return bytes;
+    std::string value = scalar_value(property, selector);
+    // The fourth byte repeats the basis in some archives, and no reader looks at it.
+    if (property.getName() == "curveBasisAndType" && value.size() == 4) value[3] = 0;
+    if (has_default && is_default(property.getName(), value)) return bytes;
+    append("scalar", bytes);
+    append(value, bytes);
+    return bytes;
+}
+
+/// What a compound is in its schema.
+enum class Place {
+    SCHEMA,          ///< the schema itself
+    PARAMETERS,      ///< arbitrary geometry parameters
+    PARAMETER_PARTS, ///< values and indices of one indexed parameter
+};
+
+Place place_of(const ICompoundProperty& compound, Place parent)
+{
+    if (parent == Place::SCHEMA && compound.getName() == ".arbGeomParams") return Place::PARAMETERS;
+    return parent == Place::PARAMETERS && !compound.getPropertyHeader(".vals") ? Place::PARAMETERS
+                                                                               : Place::PARAMETER_PARTS;
+}
+
+/// What counts of a compound's samples: names, types and values, sorted. Empty when nothing does.
+std::string compound_bytes(const ICompoundProperty& parent, const ISampleSelector& selector,
+                           Place place = Place::SCHEMA, int depth = 0)
+{
+    if (depth > max_compound_depth) throw std::runtime_error("properties are nested too deep: the archive is damaged");
+    std::string bytes;
+    for (const PropertyHeader* const header : sorted_headers(parent)) {
         const std::string& name = header->getName();
-        if (std::find(uncounted_properties.begin(), uncounted_properties.end(), name) != uncounted_properties.end())
-            continue;
-        append(name, bytes);
+        std::string content;
         if (header->isCompound()) {
-            bytes += '{';
-            append_compound(ICompoundProperty(parent, name), selector, bytes);
-            bytes += '}';
-            continue;
+            const ICompoundProperty compound(parent, name);
+            content = compound_bytes(compound, selector, place_of(compound, place), depth + 1);
+        } else if (header->isArray()) {
+            content = array_bytes(IArrayProperty(parent, name), selector);
+        } else {
+            content = scalar_bytes(IScalarProperty(parent, name), selector, place == Place::SCHEMA);
         }
-        const DataType& type = header->getDataType();
-        append(std::to_string(type.getPod()) + "x" + std::to_string(type.getExtent()), bytes);
-        if (header->isArray())
-            append_array(IArrayProperty(parent, name), selector, bytes);
-        else
-            append_scalar(IScalarProperty(parent, name), selector, bytes);
+        if (content.empty()) continue;
+        append(name, bytes);
+        if (place == Place::PARAMETERS ||
+            (place == Place::SCHEMA && header->getMetaData().get("isGeomParam") == "true"))
+            append(parameter_metadata(*header), bytes);
+        if (header->isSimple()) {
+            const DataType& type = header->getDataType();
+            append(std::to_string(type.getPod()) + "x" + std::to_string(type.getExtent()), bytes);
+        }
+        append(content, bytes);
     }
+    return bytes;
 }
 
-void append_face_sets(const IObject& object, std::string& bytes)
+/// The face sets in the order of names, which is that of their groups: a later one takes faces from an earlier one.
+std::string face_set_bytes(const IObject& object)
 {
+    std::map<std::string, std::string> face_sets;
+    const char* const schema_name = IFaceSetSchema::getDefaultSchemaName();
     for (std::size_t i = 0; i < object.getNumChildren(); ++i) {
+        if (!IFaceSet::matches(object.getChildHeader(i))) continue;
         const IObject child = object.getChild(i);
-        if (!IFaceSetSchema::matches(child.getMetaData())) continue;
-        append(child.getName(), bytes);
-        append_compound(child.getProperties(), ISampleSelector(index_t(0)), bytes);
+        const ICompoundProperty properties = child.getProperties();
+        const PropertyHeader* const schema = properties.getPropertyHeader(schema_name);
+        std::string& content = face_sets[child.getName()];
+        if (!schema || !schema->isCompound()) continue;
+        content = compound_bytes(ICompoundProperty(properties, schema_name), ISampleSelector(index_t(0)));
     }
+    std::string bytes;
+    for (const auto& [name, content] : face_sets) {
+        append(name, bytes);
+        append(content, bytes);
+    }
+    return bytes;
 }
 
 } // namespace
@@ -93,11 +204,11 @@ CoreString geometry_data_key(const char* kind, const IObject& object, const ICom
 {
     std::string bytes;
     append(kind, bytes);
-    append_compound(schema, ISampleSelector(time, ISampleSelector::kNearIndex), bytes);
-    append_face_sets(object, bytes);
+    append(compound_bytes(schema, ISampleSelector(time, ISampleSelector::kNearIndex)), bytes);
+    append(face_set_bytes(object), bytes);
     Alembic::Util::Digest digest;
     Alembic::Util::MurmurHash3_x64_128(bytes.data(), bytes.size(), sizeof(char), &digest);
-    return CoreString(kind + (":" + digest.str()));
+    return CoreString(std::string(key_version) + kind + ":" + digest.str());
 }
 
 CoreString AbcInputArchiveManager::get_curve_data_hash_key(const ICurves& curves, const double& time)

@@ -1,71 +1,26 @@
-/// AbcInput::get_property_names: the user properties and arbitrary geometry parameters of an object.
+/// AbcInput: the names and types of an object's user properties and arbitrary geometry parameters, and their values.
 #include "abc_input.h"
 #include "reader_scope.h"
-
-#include <Alembic/Abc/ICompoundProperty.h>
+#include "user_property_values.h"
+#include "user_property_walk.h"
 
 #include <string>
 #include <unordered_set>
+#include <utility>
 
-using namespace Alembic::Abc;
+using namespace Alembic::AbcGeom;
 
 namespace {
 
-constexpr int max_property_depth = 64; // compounds within compounds; deeper ones are not listed
-
-class NameList
+/// Finds the property on the object that the handle is set on, whatever its kind, and returns what `read(property)`
+/// returns; all under the handle's lock. False without an object or such a property.
+template <class Read>
+bool with_handle_property(const AbcInputArchiveHandle& handle, const CoreString& name, Read&& read)
 {
-public:
-    explicit NameList(CoreVector<CoreString>& names)
-        : names_(names)
-    {
-    }
-
-    /// Adds what can be loaded of `parent`, every name with `prefix` before it.
-    void add_properties(const ICompoundProperty& parent, const std::string& prefix, int depth = 0)
-    {
-        for (std::size_t i = 0; i < parent.getNumProperties(); ++i) {
-            const PropertyHeader& header = parent.getPropertyHeader(i);
-            const std::string name = prefix + header.getName();
-            if (header.isSimple()) {
-                if (header.getDataType().getPod() != Alembic::Util::kUnknownPOD) add(name);
-                continue;
-            }
-            if (depth == max_property_depth) continue;
-            const ICompoundProperty compound(parent, header.getName());
-            if (is_indexed_param(compound))
-                add(name);
-            else
-                add_properties(compound, name + ".", depth + 1);
-        }
-    }
-
-private:
-    /// An indexed geometry parameter is stored as a compound of values and indices, and is one property all the same.
-    static bool is_indexed_param(const ICompoundProperty& compound)
-    {
-        return compound.getPropertyHeader(".vals") && compound.getPropertyHeader(".indices");
-    }
-
-    void add(const std::string& name)
-    {
-        if (known_.insert(name).second) names_.add(CoreString(name));
-    }
-
-    CoreVector<CoreString>& names_;
-    std::unordered_set<std::string> known_;
-};
-
-/// Adds what stands in the compound `group` of each schema of the object.
-void add_group(const ICompoundProperty& properties, const std::string& group, NameList& list)
-{
-    for (std::size_t i = 0; i < properties.getNumProperties(); ++i) {
-        const PropertyHeader& header = properties.getPropertyHeader(i);
-        if (!header.isCompound()) continue;
-        const ICompoundProperty schema(properties, header.getName());
-        const PropertyHeader* const found = schema.getPropertyHeader(group);
-        if (found && found->isCompound()) list.add_properties(ICompoundProperty(schema, group), "");
-    }
+    const ScopedLock lock(handle);
+    const std::shared_ptr<IObject> object = share_alembic_object(handle);
+    UserProperty property;
+    return object && object->valid() && find_user_property(*object, name.get_data(), property) && read(property);
 }
 
 } // namespace
@@ -77,9 +32,45 @@ bool AbcInput::get_property_names(AbcInputArchiveHandle& handle, const CoreStrin
     const IObject object = find_object(handle, object_name);
     if (!object.valid()) return false;
     names.remove_all();
-    NameList list(names);
-    const ICompoundProperty properties = object.getProperties();
-    add_group(properties, ".userProperties", list);
-    add_group(properties, ".arbGeomParams", list);
+    std::unordered_set<std::string> known;
+    walk_user_properties(object, [&](const UserProperty& property) {
+        if (known.insert(property.name).second) names.add(CoreString(property.name));
+        return true;
+    });
     return true;
+}
+
+bool AbcInput::get_property_type(const AbcInputArchiveHandle& handle, const CoreString& property_name,
+                                 PropertyType& type)
+{
+    return with_handle_property(handle, property_name, [&](const UserProperty& property) {
+        type = read_property_type(property);
+        return true;
+    });
+}
+
+bool AbcInput::load_property(const AbcFileList& files, const CoreString& object_name, const CoreString& property_name,
+                             const double& time, ResourceProperty& property)
+{
+    const ScopedArchive archive(files);
+    if (!archive) return false;
+    const ScopedLock lock(archive.get_handle());
+    const IObject object = find_object(archive.get_handle(), object_name);
+    UserProperty found;
+    return object.valid() && find_user_property(object, property_name.get_data(), found) &&
+           read_nearest_property(found, time, property);
+}
+
+bool AbcInput::load_property(const AbcInputArchiveHandle& handle, const CoreString& property_name, const double& time,
+                             ResourceProperty& property)
+{
+    return with_handle_property(
+        handle, property_name, [&](const UserProperty& found) { return read_nearest_property(found, time, property); });
+}
+
+bool AbcInput::evaluate_property(const AbcInputArchiveHandle& handle, const CoreString& property_name,
+                                 const double& time, ResourceProperty& property)
+{
+    return with_handle_property(handle, property_name,
+                                [&](const UserProperty& found) { return interpolate_property(found, time, property); });
 }

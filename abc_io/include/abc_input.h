@@ -13,6 +13,7 @@
 #include <vo_gmath/gmath_matrix4x4.h>
 #include <vo_gmath/gmath_time_sampling.h>
 #include <vo_gmath/gmath_vec3.h>
+#include <vo_resource/resource_property.h>
 
 class AbcAnimationHeader;
 class AbcCameraHeader;
@@ -69,6 +70,39 @@ public:
     /// "compound.property". Names are replaced by those found; false, untouched, when the object does not exist.
     static bool get_property_names(AbcInputArchiveHandle& handle, const CoreString& object_name,
                                    CoreVector<CoreString>& names);
+
+    // ---- User properties and arbitrary geometry parameters --------------------------------------------------------
+
+    /// What is known of a property without reading its samples.
+    struct PropertyType
+    {
+        ResourceProperty::Type type = ResourceProperty::TYPE_NONE; ///< of each value, as load_property gives it
+        unsigned int extent = 1;                                   ///< values per element
+        ResourceProperty::Interpretation interpretation = ResourceProperty::INTERPRETATION_NONE;
+        ResourceProperty::Scope scope = ResourceProperty::SCOPE_UNKNOWN; ///< unknown unless a geometry parameter
+        bool is_array = false;                                           ///< false: always one element
+        bool is_indexed = false;                                         ///< elements are shared by index
+        unsigned int sample_count = 0;                                   ///< stored samples, repeated ones included
+        bool is_constant = true;                                         ///< all samples are the same
+    };
+
+    /// The type of a property of the object that the handle holds. `property_name` is one that get_property_names lists.
+    static bool get_property_type(const AbcInputArchiveHandle& handle, const CoreString& property_name,
+                                  PropertyType& type);
+
+    /// A property at the sample nearest to `time`: from an object of any kind in the archive of `files`, or from the
+    /// object that the handle holds. Without samples it has no elements. False also, with a warning in the log, when
+    /// indices lead beyond the elements; `property` is untouched whenever the result is false.
+    static bool load_property(const AbcFileList& files, const CoreString& object_name, const CoreString& property_name,
+                              const double& time, ResourceProperty& property);
+    static bool load_property(const AbcInputArchiveHandle& handle, const CoreString& property_name, const double& time,
+                              ResourceProperty& property);
+
+    /// The same, interpolated number by number between the samples before and after `time` when the values are
+    /// floating-point and both samples have as many elements and the same indices. A sample within 0.001 s of `time` is
+    /// taken as it is, and so is the nearest one of everything else and beyond the first and last sample.
+    static bool evaluate_property(const AbcInputArchiveHandle& handle, const CoreString& property_name,
+                                  const double& time, ResourceProperty& property);
 
     // ---- Time sampling --------------------------------------------------------------------------------------------
 

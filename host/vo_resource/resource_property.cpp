@@ -55,7 +55,8 @@ CoreArray<CoreString> ResourceProperty::get_values_as_text() const
 bool ResourceProperty::operator==(const ResourceProperty& other) const
 {
     return name == other.name && extent == other.extent && interpretation == other.interpretation &&
-           scope == other.scope && indices == other.indices && values == other.values;
+           scope == other.scope && array_extent == other.array_extent && indices == other.indices &&
+           values == other.values;
 }
 
 std::size_t ResourceProperty::get_memory_size() const

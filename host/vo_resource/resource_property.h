@@ -7,7 +7,7 @@
 #include "vo_core/core_array.h"
 #include "vo_core/core_string.h"
 
-/// Elements of 1 to 16 values each (a number, a vector, a colour, a matrix), all of one type, in one flat array: value
+/// Elements of 1 to 255 values each (a number, a vector, a colour, a matrix), all of one type, in one flat array: value
 /// `component` of element i stands at `i * extent + component`. Holds every type that an archive's property may have;
 /// half floats come as floats, wide strings as UTF-8.
 struct VO_HOST_EXPORT ResourceProperty
@@ -57,12 +57,13 @@ struct VO_HOST_EXPORT ResourceProperty
                                 CoreArray<float>, CoreArray<double>, CoreArray<CoreString>>;
     static_assert(std::variant_size_v<Values> == TYPE_COUNT, "one alternative for each type");
 
-    CoreString name;                                     ///< as stored in the archive
+    CoreString name;                                     ///< as stored; inside compounds "compound.property"
     Values values;                                       ///< all values, element after element
     unsigned int extent = 1;                             ///< values per element, at least 1
     Interpretation interpretation = INTERPRETATION_NONE; ///< from the property's metadata
     CoreArray<unsigned int> indices; ///< element of each part of `scope`; empty: element i is part i's
     Scope scope = SCOPE_UNKNOWN;     ///< unknown for properties that are no geometry parameters
+    unsigned int array_extent = 1;   ///< elements that belong to each part of `scope`, one after the other
 
     Type get_type() const { return static_cast<Type>(values.index()); }
     unsigned int get_value_count() const;   ///< values of all elements
