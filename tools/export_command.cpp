@@ -1,0 +1,273 @@
+/// vo_abc export: geometry at a time, as OBJ or PLY files.
+#include "archive_arguments.h"
+#include "archive_session.h"
+#include "command.h"
+#include "frame_range.h"
+#include "obj_writer.h"
+#include "object_walk.h"
+#include "ply_writer.h"
+#include "scene_geometry.h"
+#include "text.h"
+#include "time_sampling_info.h"
+#include "tool_library.h"
+#include "world_matrices.h"
+
+#include <Alembic/Abc/ArchiveInfo.h>
+#include <abc_deformation_header.h>
+#include <abc_input.h>
+#include <fmt/format.h>
+#include <vo_app_base/app_progress_bar.h>
+
+#include <cctype>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace {
+
+struct ExportOptions
+{
+    std::vector<std::string> files;
+    std::string output, object, frames_text;
+    std::optional<double> time, fps;
+    std::optional<FrameRange> frames;
+    bool is_local = false, is_visible_only = false, is_ascii = false, is_ply = false;
+};
+
+/// An object that the output's format can hold.
+struct ExportItem
+{
+    std::string path;
+    ObjectKind kind;
+};
+
+struct ExportList
+{
+    std::vector<ExportItem> items;
+    std::size_t left_out_count = 0; ///< geometries that need the other format
+};
+
+bool is_wanted(ObjectKind kind, bool is_ply)
+{
+    return is_ply ? kind == ObjectKind::POINTS : is_mesh(kind) || kind == ObjectKind::CURVES;
+}
+
+ExportList list_items(const ArchiveSession& session, const ExportOptions& options)
+{
+    ExportList list;
+    walk_objects(session, session.find(options.object), [&](const WalkedObject& walked) {
+        if (is_wanted(walked.kind, options.is_ply)) list.items.push_back({walked.path, walked.kind});
+        if (is_wanted(walked.kind, !options.is_ply)) ++list.left_out_count;
+        return true;
+    });
+    if (!list.items.empty()) return list;
+    const std::string what =
+        options.is_ply ? "there are no points to export" : "there are no meshes or curves to export";
+    const std::string hint = list.left_out_count == 0 ? ". 'vo_abc tree' lists all objects."
+                             : options.is_ply         ? "; meshes and curves go to an .obj file."
+                                                      : "; points go to a .ply file.";
+    throw options.object.empty() ? session.error(what + hint) : session.error(options.object, what + hint);
+}
+
+bool is_visible(const ArchiveSession& session, const ExportItem& item, double time)
+{
+    AbcDeformationHeader header; // read for its effect: it sets the object on the handle
+    AbcInputArchiveHandle& handle = session.get_handle();
+    const CoreString path(item.path);
+    const bool is_set = item.kind == ObjectKind::CURVES   ? AbcInput::get_curve_deformation_header(handle, path, header)
+                        : item.kind == ObjectKind::POINTS ? AbcInput::get_point_deformation_header(handle, path, header)
+                                                          : AbcInput::get_mesh_deformation_header(handle, path, header);
+    return !is_set || AbcInput::is_object_visible_at(handle, time);
+}
+
+/// Writes one file: what the list holds, at one time (seconds).
+class Exporter
+{
+public:
+    Exporter(const ArchiveSession& session, const ExportOptions& options, const ExportList& list)
+        : session_(session)
+        , options_(options)
+        , list_(list)
+    {
+    }
+
+    /// `progress` advances by one step for each object, from `done` steps on.
+    void write(const std::string& path, double time, AppProgressBar& progress, unsigned int done)
+    {
+        const std::string comment =
+            fmt::format("vo_abc {}: {} at {}", VO_ABC_VERSION, session_.get_files().join().get_data(), seconds(time));
+        OutputFile file(path);
+        WorldMatrices matrices(session_, time);
+        const auto each_item = [&](auto&& use) {
+            for (const ExportItem& item : list_.items) {
+                if (!options_.is_visible_only || is_visible(session_, item, time))
+                    session_.on_object(item.path, [&] { use(item); });
+                progress.step(++done);
+            }
+        };
+        if (options_.is_ply) {
+            std::vector<PointsGeometry> objects;
+            each_item([&](const ExportItem& item) { objects.push_back(load_points(item, time, matrices)); });
+            write_ply(file, objects, comment, options_.is_ascii);
+            summary_ = describe_points(objects);
+        } else {
+            ObjWriter writer(file);
+            writer.add_comment(comment);
+            each_item([&](const ExportItem& item) { write_item(item, time, matrices, writer); });
+            summary_ = describe_obj(writer);
+            warn(path, writer);
+        }
+        file.commit();
+    }
+
+    /// What the last file holds.
+    const std::string& get_summary() const { return summary_; }
+
+private:
+    PointsGeometry load_points(const ExportItem& item, double time, WorldMatrices& matrices)
+    {
+        PointsGeometry points = load_points_geometry(session_, item.path, time);
+        if (options_.is_local) return points;
+        transform_positions(matrices.get(item.path), points.positions);
+        transform_vectors(matrices.get(item.path), points.velocities);
+        return points;
+    }
+
+    void write_item(const ExportItem& item, double time, WorldMatrices& matrices, ObjWriter& writer)
+    {
+        if (is_mesh(item.kind)) {
+            MeshGeometry mesh = load_mesh_geometry(session_, item.path, time);
+            if (!options_.is_local) transform_geometry(matrices.get(item.path), mesh);
+            writer.add_mesh(item.path, mesh);
+        } else {
+            CurvesGeometry curves = load_curves_geometry(session_, item.path, time);
+            if (!options_.is_local) transform_positions(matrices.get(item.path), curves.positions);
+            writer.add_curves(item.path, curves);
+        }
+    }
+
+    static std::string describe_points(const std::vector<PointsGeometry>& objects)
+    {
+        std::size_t count = 0;
+        for (const PointsGeometry& points : objects)
+            count += points.positions.get_count();
+        return counted(count, "point", "points");
+    }
+
+    static std::string describe_obj(const ObjWriter& writer)
+    {
+        std::string text = counted(writer.get_face_count(), "face", "faces");
+        if (writer.get_line_count() > 0) text += ", " + counted(writer.get_line_count(), "line", "lines");
+        return text;
+    }
+
+    static void warn(const std::string& path, const ObjWriter& writer)
+    {
+        if (writer.get_skipped_count() > 0)
+            ToolLog::write(path + ": " + counted(writer.get_skipped_count(), "face or curve", "faces or curves") +
+                           " of too few points left out");
+        if (writer.get_bad_number_count() > 0)
+            ToolLog::write(path + ": " + counted(writer.get_bad_number_count(), "coordinate is", "coordinates are") +
+                           " no finite number, written as 0");
+    }
+
+    const ArchiveSession& session_;
+    const ExportOptions& options_;
+    const ExportList& list_;
+    std::string summary_;
+};
+
+/// Frames a second: as asked for, as the archive says, or as its samples look like.
+double find_frame_rate(const ArchiveSession& session, const ExportOptions& options)
+{
+    if (options.fps) return *options.fps;
+    Alembic::Abc::IArchive archive = session.get_archive();
+    std::string application, version, date, description;
+    std::uint32_t number = 0;
+    double fps = 0.0;
+    Alembic::Abc::GetArchiveInfo(archive, application, version, number, date, description, fps);
+    if (fps > 0.0) return fps;
+    for (std::uint32_t i = 1; i < archive.getNumTimeSamplings(); ++i)
+        if (const TimeSamplingInfo sampling(archive, i); sampling.max_sample_count > 1 && sampling.frame_rate > 0.0)
+            return sampling.frame_rate;
+    throw session.error("the archive tells no frame rate. Give one with --fps.");
+}
+
+void run_export(const ExportOptions& options)
+{
+    const ArchiveSession session(options.files);
+    const ExportList list = list_items(session, options);
+    Exporter exporter(session, options, list);
+    const auto item_count = static_cast<unsigned int>(list.items.size());
+    AppProgressBar progress("Exporting");
+    std::string where = options.output;
+    if (options.frames) {
+        const double fps = find_frame_rate(session, options);
+        progress.set_step_count(static_cast<unsigned int>(options.frames->get_count()) * item_count);
+        for (std::int64_t frame = options.frames->first; frame <= options.frames->last; ++frame)
+            exporter.write(make_frame_path(options.output, frame), static_cast<double>(frame) / fps, progress,
+                           static_cast<unsigned int>(frame - options.frames->first) * item_count);
+        where = make_frame_path(options.output, options.frames->first) + " to " +
+                make_frame_path(options.output, options.frames->last);
+    } else {
+        progress.set_step_count(item_count);
+        exporter.write(options.output, options.time.value_or(session.get_start_time()), progress, 0);
+    }
+    fmt::print("{}: {}, {}\n", printable(where), counted(item_count, "object", "objects"), exporter.get_summary());
+    if (list.left_out_count > 0)
+        fmt::print("{} left out: {}\n", counted(list.left_out_count, "object", "objects"),
+                   options.is_ply ? "meshes and curves go to an .obj file" : "points go to a .ply file");
+}
+
+/// Checks what CLI11 cannot; a ParseError is wrong usage.
+void check(ExportOptions& options)
+{
+    std::string extension = std::filesystem::path(options.output).extension().string();
+    for (char& character : extension)
+        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    if (extension != ".obj" && extension != ".ply")
+        throw CLI::ValidationError("--output", "the name must end in .obj (meshes and curves) or .ply (points)");
+    options.is_ply = extension == ".ply";
+    FrameRange frames;
+    if (options.frames_text.empty()) return;
+    if (!FrameRange::parse(options.frames_text, frames))
+        throw CLI::ValidationError("--frames", "'" + options.frames_text + "' is no range of frames, as 1-24");
+    options.frames = frames;
+}
+
+} // namespace
+
+void add_export_command(CLI::App& program, Action& action)
+{
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* const command = program.add_subcommand("export", "Meshes and curves as OBJ, points as PLY");
+    add_files_argument(*command, options->files);
+    command->add_option("-o,--output", options->output, "File to write: .obj for meshes and curves, .ply for points")
+        ->required()
+        ->type_name("OUT");
+    command->add_option("--object", options->object, "Full name of an object: it alone, and what is below it")
+        ->type_name("PATH");
+    CLI::Option* const time =
+        command->add_option("--time", options->time, "Seconds; without it the start of the archive")->type_name("T");
+    CLI::Option* const frames =
+        command->add_option("--frames", options->frames_text, "One file for each frame, named OUT with its number")
+            ->type_name("A-B");
+    command->add_option("--fps", options->fps, "Frames a second; without it as the archive tells")
+        ->type_name("F")
+        ->check(CLI::PositiveNumber)
+        ->needs(frames);
+    time->excludes(frames);
+    command->add_flag("--local", options->is_local, "Leave the transforms of objects out");
+    command->add_flag("--visible", options->is_visible_only, "Leave hidden objects out");
+    command->add_flag("--ascii", options->is_ascii, "Write PLY as text");
+    command->footer("OBJ files hold the first UV set, normals, and shading groups as groups and materials.\n"
+                    "Examples:\n"
+                    "  vo_abc export walk.abc -o walk.obj\n"
+                    "  vo_abc export walk.abc --object /root/body --time 1.25 -o body.obj\n"
+                    "  vo_abc export walk.abc --frames 1-24 --fps 24 -o frames/walk.obj   # frames/walk.0001.obj ...\n"
+                    "  vo_abc export spray.abc -o spray.ply");
+    command->callback([options, &action] {
+        check(*options);
+        action = [options] { run_export(*options); };
+    });
+}

@@ -1,0 +1,63 @@
+/// vo_abc: looks into Alembic archives and takes geometry out of them.
+#include "command.h"
+#include "text.h"
+#include "tool_library.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+constexpr int exit_bad_input = 1;
+constexpr int exit_usage = 2;
+
+int fail(const char* what)
+{
+    std::fflush(stdout); // what was found so far comes before the reason for its end
+    fmt::print(stderr, "vo_abc: {}\n", printable_lines(what));
+    return exit_bad_input;
+}
+
+/// A full disk or a closed pipe shows only when the last byte is written.
+int finish()
+{
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return 0;
+    return fail("standard output: cannot be written. Is the disk full?");
+}
+
+int run(const Action& action)
+{
+    try {
+        const ToolLibrary library;
+        action();
+    } catch (const std::exception& error) {
+        return fail(error.what());
+    }
+    return finish();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    CLI::App program("Looks into Alembic archives and takes geometry out of them.", "vo_abc");
+    program.set_version_flag("--version", VO_ABC_VERSION);
+    program.require_subcommand(1);
+    program.footer("Several files are the layers of one archive, in the order given; the last one is the strongest.\n"
+                   "Exit status: 0 done, 1 bad input, 2 wrong usage. 'vo_abc COMMAND --help' shows examples.");
+    Action action;
+    add_info_command(program, action);
+    add_tree_command(program, action);
+    add_export_command(program, action);
+    add_dump_command(program, action);
+    add_sample_command(program, action);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? 0 : exit_usage;
+    }
+    return run(action);
+}
