@@ -1,3 +1,4 @@
+/// Collections: named lists of paths, read and written.
 #include <Alembic/AbcCollection/All.h>
 
 namespace Alembic {

@@ -1,3 +1,4 @@
+/// Cameras, written.
 #include <Alembic/AbcGeom/OCamera.h>
 
 #include "geom/long_scalar.h"

@@ -1,3 +1,4 @@
+/// Curves, written.
 #include <Alembic/AbcGeom/OCurves.h>
 
 #include "geom/schema_parts.h"

@@ -1,3 +1,4 @@
+/// Face sets, written; bounds of some faces of a mesh.
 #include <Alembic/AbcGeom/OFaceSet.h>
 
 #include "geom/schema_parts.h"

@@ -1,3 +1,4 @@
+/// Geometry parameters, written: what does not depend on their type.
 #include <Alembic/AbcGeom/OGeomParam.h>
 
 namespace Alembic {

@@ -1,3 +1,4 @@
+/// Lights, written.
 #include <Alembic/AbcGeom/OLight.h>
 
 namespace Alembic {

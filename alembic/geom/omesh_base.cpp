@@ -1,3 +1,4 @@
+/// What polygon meshes and subdivision surfaces have in common when written.
 #include "geom/omesh_state.h"
 
 #include <type_traits>

@@ -1,3 +1,4 @@
+/// NURBS patches, written.
 #include <Alembic/AbcGeom/ONuPatch.h>
 
 #include "geom/schema_parts.h"

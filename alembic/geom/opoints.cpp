@@ -1,3 +1,4 @@
+/// Points, written.
 #include <Alembic/AbcGeom/OPoints.h>
 
 #include "geom/schema_parts.h"

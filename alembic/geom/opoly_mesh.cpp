@@ -1,3 +1,4 @@
+/// Polygon meshes, written.
 #include <Alembic/AbcGeom/OPolyMesh.h>
 
 #include "geom/omesh_state.h"

@@ -1,3 +1,4 @@
+/// The state that all copies of a writing schema share.
 #include <Alembic/AbcGeom/OSampledSchema.h>
 
 #include "geom/schema_parts.h"

@@ -1,3 +1,4 @@
+/// Subdivision surfaces, written.
 #include <Alembic/AbcGeom/OSubD.h>
 
 #include "geom/omesh_state.h"

@@ -1,3 +1,4 @@
+/// Transforms, written.
 #include <Alembic/AbcGeom/OXform.h>
 
 #include "geom/long_scalar.h"

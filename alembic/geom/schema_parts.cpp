@@ -1,3 +1,4 @@
+/// Parts of writing schemas that need no template.
 #include "geom/schema_parts.h"
 
 namespace Alembic {

@@ -1,3 +1,4 @@
+/// Names joined by dots, and dictionaries stored as arrays of strings.
 #include <Alembic/AbcMaterial/InternalUtil.h>
 
 #include <set>

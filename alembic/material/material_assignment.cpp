@@ -1,3 +1,4 @@
+/// Which material an object has: its own, or the path of another's.
 #include <Alembic/AbcMaterial/MaterialAssignment.h>
 
 namespace Alembic {

@@ -1,3 +1,4 @@
+/// Several materials seen as one.
 #include <Alembic/AbcMaterial/MaterialFlatten.h>
 
 #include <algorithm>

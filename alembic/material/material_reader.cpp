@@ -1,3 +1,4 @@
+/// Materials, read.
 #include <Alembic/AbcMaterial/IMaterial.h>
 
 #include <iterator>

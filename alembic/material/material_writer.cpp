@@ -1,3 +1,4 @@
+/// Materials, written.
 #include <Alembic/AbcMaterial/InternalUtil.h>
 #include <Alembic/AbcMaterial/OMaterial.h>
 

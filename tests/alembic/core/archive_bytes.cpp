@@ -1,3 +1,4 @@
+/// Archives described as text.
 #include "archive_bytes.h"
 
 #include <algorithm>

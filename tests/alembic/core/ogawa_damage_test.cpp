@@ -1,3 +1,4 @@
+/// Damaged Ogawa archives: cut, with bits flipped, or made to mislead.
 #include "archive_bytes.h"
 #include "support/scratch_file.h"
 

@@ -1,3 +1,4 @@
+/// The Ogawa reader: samples, their shapes and conversions.
 #include "archive_bytes.h"
 
 #include <gtest/gtest.h>

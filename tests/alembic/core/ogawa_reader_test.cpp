@@ -1,3 +1,4 @@
+/// The Ogawa reader: opening, objects, properties and their headers.
 #include "archive_bytes.h"
 
 #include <gtest/gtest.h>

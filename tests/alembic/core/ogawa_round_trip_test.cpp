@@ -1,3 +1,4 @@
+/// What the Ogawa writer stores, the reader gives back.
 #include "support/scratch_file.h"
 
 #include <Alembic/AbcCoreOgawa/ReadWrite.h>

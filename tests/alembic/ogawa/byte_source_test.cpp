@@ -1,3 +1,4 @@
+/// Positioned reads from files and streams.
 #include "ogawa/byte_source.h"
 #include "support/scratch_file.h"
 

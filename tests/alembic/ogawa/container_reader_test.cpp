@@ -1,3 +1,4 @@
+/// The container: its header, groups and data.
 #include "memory_source.h"
 #include "ogawa/container_reader.h"
 #include "ogawa/data_reader.h"

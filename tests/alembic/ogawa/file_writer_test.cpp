@@ -1,3 +1,4 @@
+/// The container writer: blocks, the order of the last writes, failures.
 #include "ogawa/file_writer.h"
 
 #include "support/limited_stream.h"
