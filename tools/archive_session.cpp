@@ -7,6 +7,8 @@
 #include <abc_input.h>
 #include <abc_internal.h>
 
+#include <string_view>
+
 using Alembic::Abc::IArchive;
 using Alembic::Abc::IObject;
 
@@ -20,16 +22,12 @@ AbcFileList to_file_list(const std::vector<std::string>& files)
     return AbcFileList(names);
 }
 
-/// Why the archive could not be opened, out of what the module logged. The reason follows the line that announces it.
-std::string reason_in(const std::string& log)
+/// Why the archive could not be opened, out of what the module logged: what follows the line that announces it.
+std::string opening_error(const std::string& log)
 {
-    std::string reason;
-    bool is_reason = false;
-    for (const std::string& line : split_lines(log)) {
-        if (is_reason) reason += (reason.empty() ? "" : "; ") + line;
-        is_reason = is_reason || line == "Alembic error log:";
-    }
-    return reason;
+    constexpr std::string_view announcement = "Alembic error log:\n";
+    const std::size_t start = log.find(announcement);
+    return start == log.npos ? "" : " (" + reason_in(log.substr(start + announcement.size())) + ")";
 }
 
 } // namespace
@@ -58,9 +56,7 @@ ArchiveSession::ArchiveSession(const std::vector<std::string>& files)
         ToolLog::write(log); // warnings of an archive that opened
         return;
     }
-    const std::string reason = reason_in(log);
-    throw error("is no Alembic archive, or a damaged one. Was it written to its end?" +
-                (reason.empty() ? "" : " (" + reason + ")"));
+    throw error("is no Alembic archive, or a damaged one. Was it written to its end?" + opening_error(log));
 }
 
 IArchive ArchiveSession::get_archive() const

@@ -44,7 +44,7 @@ public:
         } catch (const ToolError&) {
             throw;
         } catch (const std::exception& exception) {
-            throw error(object_path, exception.what());
+            throw error(object_path, reason_in(exception.what()));
         }
     }
 

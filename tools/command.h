@@ -15,3 +15,5 @@ void add_tree_command(CLI::App& program, Action& action);
 void add_export_command(CLI::App& program, Action& action);
 void add_dump_command(CLI::App& program, Action& action);
 void add_sample_command(CLI::App& program, Action& action);
+void add_keys_command(CLI::App& program, Action& action);
+void add_watch_command(CLI::App& program, Action& action);

@@ -88,21 +88,25 @@ public:
         : session_(session)
         , options_(options)
         , list_(list)
+        , total_count_(static_cast<double>(list.items.size()) *
+                       static_cast<double>(options.frames ? options.frames->get_count() : 1))
     {
     }
 
-    /// `progress` advances by one step for each object, from `done` steps on.
-    void write(const std::string& path, double time, AppProgressBar& progress, unsigned int done)
+    void write(const std::string& path, double time)
     {
         const std::string comment =
             fmt::format("vo_abc {}: {} at {}", VO_ABC_VERSION, session_.get_files().join().get_data(), seconds(time));
         OutputFile file(path);
+        object_count_ = 0;
         WorldMatrices matrices(session_, time);
         const auto each_item = [&](auto&& use) {
             for (const ExportItem& item : list_.items) {
-                if (!options_.is_visible_only || is_visible(session_, item, time))
+                if (!options_.is_visible_only || is_visible(session_, item, time)) {
                     session_.on_object(item.path, [&] { use(item); });
-                progress.step(++done);
+                    ++object_count_;
+                }
+                progress_.set_value(static_cast<float>(++done_count_ / total_count_));
             }
         };
         if (options_.is_ply) {
@@ -121,7 +125,7 @@ public:
     }
 
     /// What the last file holds.
-    const std::string& get_summary() const { return summary_; }
+    std::string get_summary() const { return counted(object_count_, "object", "objects") + ", " + summary_; }
 
 private:
     PointsGeometry load_points(const ExportItem& item, double time, WorldMatrices& matrices)
@@ -174,6 +178,10 @@ private:
     const ArchiveSession& session_;
     const ExportOptions& options_;
     const ExportList& list_;
+    AppProgressBar progress_{"Exporting"};
+    const double total_count_; ///< objects in all files
+    double done_count_ = 0.0;
+    std::size_t object_count_ = 0; ///< in the last file
     std::string summary_;
 };
 
@@ -193,27 +201,29 @@ double find_frame_rate(const ArchiveSession& session, const ExportOptions& optio
     throw session.error("the archive tells no frame rate. Give one with --fps.");
 }
 
+/// Writes one file, or one for each frame, and tells what is where. The progress bar is gone when this returns.
+std::string write_files(const ArchiveSession& session, const ExportOptions& options, const ExportList& list)
+{
+    Exporter exporter(session, options, list);
+    std::string where = options.output;
+    if (options.frames) {
+        const double fps = find_frame_rate(session, options);
+        const auto [first, last] = *options.frames;
+        for (std::int64_t frame = first; frame <= last; ++frame)
+            exporter.write(make_frame_path(options.output, frame), static_cast<double>(frame) / fps);
+        where = make_frame_path(options.output, first);
+        if (last > first) where += " to " + make_frame_path(options.output, last);
+    } else {
+        exporter.write(options.output, options.time.value_or(session.get_start_time()));
+    }
+    return where + ": " + exporter.get_summary();
+}
+
 void run_export(const ExportOptions& options)
 {
     const ArchiveSession session(options.files);
     const ExportList list = list_items(session, options);
-    Exporter exporter(session, options, list);
-    const auto item_count = static_cast<unsigned int>(list.items.size());
-    AppProgressBar progress("Exporting");
-    std::string where = options.output;
-    if (options.frames) {
-        const double fps = find_frame_rate(session, options);
-        progress.set_step_count(static_cast<unsigned int>(options.frames->get_count()) * item_count);
-        for (std::int64_t frame = options.frames->first; frame <= options.frames->last; ++frame)
-            exporter.write(make_frame_path(options.output, frame), static_cast<double>(frame) / fps, progress,
-                           static_cast<unsigned int>(frame - options.frames->first) * item_count);
-        where = make_frame_path(options.output, options.frames->first) + " to " +
-                make_frame_path(options.output, options.frames->last);
-    } else {
-        progress.set_step_count(item_count);
-        exporter.write(options.output, options.time.value_or(session.get_start_time()), progress, 0);
-    }
-    fmt::print("{}: {}, {}\n", printable(where), counted(item_count, "object", "objects"), exporter.get_summary());
+    fmt::print("{}\n", printable(write_files(session, options, list)));
     if (list.left_out_count > 0)
         fmt::print("{} left out: {}\n", counted(list.left_out_count, "object", "objects"),
                    options.is_ply ? "meshes and curves go to an .obj file" : "points go to a .ply file");

@@ -1,10 +1,10 @@
 /// vo_abc: looks into Alembic archives and takes geometry out of them.
 #include "command.h"
 #include "text.h"
+#include "tool_error.h"
 #include "tool_library.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 #include <cstdio>
 #include <exception>
@@ -17,7 +17,7 @@ constexpr int exit_usage = 2;
 int fail(const char* what)
 {
     std::fflush(stdout); // what was found so far comes before the reason for its end
-    fmt::print(stderr, "vo_abc: {}\n", printable_lines(what));
+    print_message(printable_lines(what));
     return exit_bad_input;
 }
 
@@ -33,8 +33,10 @@ int run(const Action& action)
     try {
         const ToolLibrary library;
         action();
-    } catch (const std::exception& error) {
+    } catch (const ToolError& error) {
         return fail(error.what());
+    } catch (const std::exception& error) {
+        return fail(reason_in(error.what()).c_str());
     }
     return finish();
 }
@@ -54,6 +56,8 @@ int main(int argc, char** argv)
     add_export_command(program, action);
     add_dump_command(program, action);
     add_sample_command(program, action);
+    add_keys_command(program, action);
+    add_watch_command(program, action);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

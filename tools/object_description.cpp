@@ -123,7 +123,7 @@ ObjectDescription describe_object(const ArchiveSession& session, const WalkedObj
         if (!read_samples(session, CoreString(walked.path), description))
             description.problem = "properties that its kind needs are missing or damaged";
     } catch (const std::exception& exception) {
-        description.problem = exception.what();
+        description.problem = reason_in(exception.what());
     }
     description.visibility.inherit_parent_visibility_header(parent_visibility);
     return description;

@@ -56,7 +56,8 @@ public:
         if (object.isInstanceRoot()) walked.instance_source = object.instanceSourcePath();
         if (!visit_(walked) || depth == max_depth || leads_back(walked)) return;
         own_paths_.push_back(object.getPtr()->getFullName());
-        for (std::size_t i = 0; i < object.getNumChildren(); ++i)
+        const std::size_t child_count = session_.on_object(walked.path, [&] { return object.getNumChildren(); });
+        for (std::size_t i = 0; i < child_count; ++i)
             go(session_.on_object(walked.path, [&] { return object.getChild(i); }), depth + 1);
         own_paths_.pop_back();
     }

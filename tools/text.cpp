@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -76,4 +77,11 @@ void print_table(const std::vector<std::pair<std::string, std::string>>& rows)
 void print_json(const Json& json)
 {
     fmt::print("{}\n", json.dump(2, ' ', false, Json::error_handler_t::replace));
+}
+
+void print_message(const std::string& text) noexcept
+{
+    std::fputs("vo_abc: ", stderr);
+    std::fputs(text.c_str(), stderr);
+    std::fputs("\n", stderr);
 }

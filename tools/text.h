@@ -33,3 +33,6 @@ void print_table(const std::vector<std::pair<std::string, std::string>>& rows);
 
 /// Prints JSON, indented, with one line end. Text that is not UTF-8 is replaced, numbers that are not finite are null.
 void print_json(const Json& json);
+
+/// Prints "vo_abc: TEXT" and a line end to standard error. Never throws: there is nowhere left to complain.
+void print_message(const std::string& text) noexcept;

@@ -10,3 +10,6 @@ class ToolError : public std::runtime_error
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// The reason in an error text of Alembic, in one line: without the names of functions and the marks around it.
+std::string reason_in(const std::string& error_text);

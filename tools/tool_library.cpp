@@ -3,7 +3,6 @@
 #include "text.h"
 
 #include <abc_input.h>
-#include <fmt/format.h>
 
 #include <cstdio>
 
@@ -22,7 +21,7 @@ void ToolLog::write(const std::string& text)
 {
     std::fflush(stdout);
     for (const std::string& line : split_lines(text))
-        fmt::print(stderr, "vo_abc: {}\n", printable(line));
+        print_message(printable(line));
 }
 
 ToolLog::Collection::Collection(ToolLog& owner, int level)
@@ -54,7 +53,7 @@ ToolLibrary::~ToolLibrary()
     s_library = nullptr;
 }
 
-AppBase& ToolLibrary::get_application()
+ToolApplication& ToolLibrary::get_application()
 {
     return s_library->application_;
 }

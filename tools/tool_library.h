@@ -1,7 +1,8 @@
 /// ToolLibrary: the module, started for the tool, and its log.
 #pragma once
 
-#include <vo_app_base/app_base.h>
+#include "tool_application.h"
+
 #include <vo_core/core_log_handler.h>
 
 #include <string>
@@ -50,13 +51,13 @@ public:
     ToolLibrary& operator=(const ToolLibrary&) = delete;
 
     /// The application that archives are written by.
-    static AppBase& get_application();
+    static ToolApplication& get_application();
     static ToolLog& get_log();
 
 private:
     static ToolLibrary* s_library;
 
-    AppBase application_;
+    ToolApplication application_;
     ToolLog log_;
     CoreLogHandler* previous_log_;
 };

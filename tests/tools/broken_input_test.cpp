@@ -1,0 +1,165 @@
+/// Broken input and wrong usage: a clear message, the right exit status, never a crash.
+#include "tool_runner.h"
+
+#include <support/abc_archives.h>
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+using namespace abc_archives;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// Each subcommand on an archive.
+std::vector<std::vector<std::string>> commands_on(const std::string& archive, const std::string& output)
+{
+    return {{"info", archive},
+            {"tree", archive, "--json"},
+            {"dump", archive, "/body/shape"},
+            {"export", archive, "-o", output}};
+}
+
+class BrokenInput : public testing::Test
+{
+protected:
+    BrokenInput()
+    {
+        const ScratchFile good("good.abc");
+        write_square_archive(good.path());
+        good_bytes_ = good.bytes();
+    }
+
+    /// Writes these bytes under that name, and expects status 1 and a message with the name from each subcommand.
+    void expect_refusal(const std::string& name, const std::string& bytes, const std::string& message)
+    {
+        const ScratchFile file(name);
+        write_file(file.path(), bytes);
+        expect_refusal_of(file.path(), message);
+    }
+
+    void expect_refusal_of(const std::string& path, const std::string& message)
+    {
+        for (const auto& command : commands_on(path, scratch_.path())) {
+            const ToolRun run = run_tool(command);
+            EXPECT_EQ(run.status, 1) << command[0] << " " << path;
+            EXPECT_EQ(run.output, "") << command[0] << " " << path;
+            EXPECT_THAT(run.errors, StartsWith("vo_abc: ")) << command[0];
+            EXPECT_THAT(run.errors, HasSubstr(path)) << command[0];
+            EXPECT_THAT(run.errors, HasSubstr(message)) << command[0];
+        }
+        EXPECT_FALSE(std::filesystem::exists(scratch_.path()));
+    }
+
+    std::string good_bytes_;
+    ScratchFile scratch_{"out.obj"};
+};
+
+} // namespace
+
+TEST_F(BrokenInput, FilesThatAreNoArchives)
+{
+    expect_refusal("empty.abc", "", "is no Alembic archive, or a damaged one");
+    expect_refusal("text.abc", "this is no archive, but it is a text\n", "is no Alembic archive, or a damaged one");
+    expect_refusal("walk.txt", good_bytes_, "has not the extension \"abc\"");
+    expect_refusal_of(scratch_.folder() + "/missing.abc", "does not exist");
+    std::filesystem::create_directory(scratch_.folder() + "/folder.abc");
+    expect_refusal_of(scratch_.folder() + "/folder.abc", "is not a regular file");
+}
+
+TEST_F(BrokenInput, CutFilesAreRefusedWhereverTheyEnd)
+{
+    for (std::size_t part = 1; part < 6; ++part)
+        expect_refusal("cut.abc", good_bytes_.substr(0, good_bytes_.size() * part / 6), "is no Alembic archive");
+    expect_refusal("cut.abc", good_bytes_.substr(0, good_bytes_.size() - 1), "is no Alembic archive");
+}
+
+TEST_F(BrokenInput, ChangedBytesNeverCrash)
+{
+    const unsigned int seed = 20;
+    std::mt19937 random(seed);
+    const ScratchFile file("changed.abc");
+    for (int i = 0; i < 60; ++i) {
+        std::string bytes = good_bytes_;
+        for (int change = 0; change < 3; ++change)
+            bytes[random() % bytes.size()] = static_cast<char>(random());
+        write_file(file.path(), bytes);
+        for (const auto& command : commands_on(file.path(), scratch_.path())) {
+            const ToolRun run = run_tool(command);
+            EXPECT_TRUE(run.status == 0 || run.status == 1)
+                << "seed " << seed << ", file " << i << ", " << command[0] << ": " << run.status << "\n"
+                << run.errors;
+            if (run.status == 1) EXPECT_THAT(run.errors, HasSubstr("vo_abc: "));
+        }
+    }
+}
+
+TEST_F(BrokenInput, ALayerThatCannotBeOpenedIsNamed)
+{
+    const ScratchFile good("good.abc"), bad("bad.abc");
+    write_file(good.path(), good_bytes_);
+    write_file(bad.path(), "no archive");
+    const ToolRun run = run_tool({"tree", good.path(), bad.path()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, StartsWith("vo_abc: " + bad.path() + ": is no Alembic archive"));
+}
+
+TEST_F(BrokenInput, ObjectsThatAreNotThere)
+{
+    const ScratchFile file("good.abc");
+    write_file(file.path(), good_bytes_);
+    const std::string message = "vo_abc: " + file.path() + ": /body/nobody: there is no such object";
+    EXPECT_THAT(run_tool({"tree", file.path(), "--object", "/body/nobody"}).errors, StartsWith(message));
+    EXPECT_THAT(run_tool({"dump", file.path(), "/body/nobody"}).errors, StartsWith(message));
+    const ToolRun run = run_tool({"export", file.path(), "--object", "/body/nobody", "-o", scratch_.path()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, StartsWith(message));
+}
+
+TEST_F(BrokenInput, WrongUsageIsStatusTwo)
+{
+    const ScratchFile file("good.abc");
+    write_file(file.path(), good_bytes_);
+    const std::string archive = file.path(), obj = scratch_.path();
+    const std::vector<std::vector<std::string>> wrong = {
+        {},
+        {"no-such-command"},
+        {"info"},
+        {"info", archive, "--no-such-option"},
+        {"tree", archive, "--depth", "-1"},
+        {"tree", archive, "--depth", "deep"},
+        {"dump", archive},
+        {"export", archive},
+        {"export", archive, "-o", "out.stl"},
+        {"export", archive, "-o", obj, "--time", "soon"},
+        {"export", archive, "-o", obj, "--frames", "9-1"},
+        {"export", archive, "-o", obj, "--frames", "1-"},
+        {"export", archive, "-o", obj, "--frames", "0-99999999999999999999"},
+        {"export", archive, "-o", obj, "--frames", "1-2", "--fps", "0"},
+        {"export", archive, "-o", obj, "--frames", "1-2", "--time", "1"},
+        {"export", archive, "-o", obj, "--fps", "24"},
+    };
+    for (const auto& arguments : wrong) {
+        const ToolRun run = run_tool(arguments);
+        EXPECT_EQ(run.status, 2) << testing::PrintToString(arguments);
+        EXPECT_NE(run.errors, "") << testing::PrintToString(arguments);
+        EXPECT_EQ(run.output, "") << testing::PrintToString(arguments);
+    }
+    for (const char* const command : {"info", "tree", "export", "dump"}) {
+        const ToolRun help = run_tool({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_THAT(help.output, HasSubstr("Examples:\n"));
+    }
+}
+
+TEST_F(BrokenInput, AFullDiskIsNoticed)
+{
+    const ScratchFile file("good.abc");
+    write_file(file.path(), good_bytes_);
+    const std::string command = std::string(VO_ABC_TOOL) + " tree " + file.path() + " >/dev/full 2>" + scratch_.path();
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_THAT(read_file(scratch_.path()), HasSubstr("standard output: cannot be written"));
+}

@@ -1,0 +1,103 @@
+/// vo_abc keys: the data keys of an archive's geometry.
+#include "archive_arguments.h"
+#include "archive_session.h"
+#include "command.h"
+#include "object_description.h"
+#include "object_walk.h"
+#include "text.h"
+
+#include <abc_input.h>
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace {
+
+struct KeysOptions
+{
+    std::vector<std::string> arguments; ///< FILES, then OBJECTs
+    double time = 0.0;                  ///< seconds
+    bool is_json = false;
+};
+
+bool has_key(ObjectKind kind)
+{
+    return is_mesh(kind) || kind == ObjectKind::CURVES || kind == ObjectKind::POINTS;
+}
+
+std::string read_key(const ArchiveSession& session, const WalkedObject& walked, double time)
+{
+    return session.on_object(walked.path, [&] {
+        // The description sets the handle on the object.
+        const ObjectDescription description = describe_object(session, walked, AbcVisibilityHeader());
+        if (!description.problem.empty()) throw session.error(walked.path, description.problem);
+        return std::string(AbcInput::get_object_data_hash_key(session.get_handle(), time).get_data());
+    });
+}
+
+using Keys = std::vector<std::pair<std::string, std::string>>; ///< object and key
+
+Keys read_keys(const ArchiveSession& session, const std::vector<std::string>& objects, double time)
+{
+    Keys keys;
+    for (const std::string& path : objects) {
+        const Alembic::Abc::IObject object = session.find(path);
+        const WalkedObject walked{object, object.getFullName(), 0, get_object_kind(object), ""};
+        if (!has_key(walked.kind))
+            throw session.error(walked.path, "has no key: only meshes, curves and points have one");
+        keys.emplace_back(walked.path, read_key(session, walked, time));
+    }
+    if (!objects.empty()) return keys;
+    walk_objects(session, session.get_archive().getTop(), [&](const WalkedObject& walked) {
+        if (has_key(walked.kind)) keys.emplace_back(walked.path, read_key(session, walked, time));
+        return true;
+    });
+    return keys;
+}
+
+/// The files of the archive end in ".abc"; what follows them are objects.
+std::size_t count_files(const std::vector<std::string>& arguments)
+{
+    const std::string extension = ".abc";
+    std::size_t count = 1;
+    while (count < arguments.size() && arguments[count].size() > extension.size() &&
+           arguments[count].compare(arguments[count].size() - extension.size(), extension.size(), extension) == 0)
+        ++count;
+    return count;
+}
+
+void run_keys(const KeysOptions& options)
+{
+    const auto first_object = options.arguments.begin() + static_cast<std::ptrdiff_t>(count_files(options.arguments));
+    const ArchiveSession session({options.arguments.begin(), first_object});
+    const Keys keys = read_keys(session, {first_object, options.arguments.end()}, options.time);
+    if (!options.is_json) {
+        for (const auto& [path, key] : keys)
+            fmt::print("{:<42} {}\n", key, printable(path));
+        return;
+    }
+    Json json = Json::object();
+    for (const auto& [path, key] : keys)
+        json[path] = key;
+    print_json(json);
+}
+
+} // namespace
+
+void add_keys_command(CLI::App& program, Action& action)
+{
+    const auto options = std::make_shared<KeysOptions>();
+    CLI::App* const command = program.add_subcommand("keys", "Texts that are equal for equal geometry");
+    command->add_option("FILES", options->arguments, "The archive's files, then full names of objects; without: all")
+        ->required()
+        ->type_name("[OBJECT...]");
+    command->add_option("--time", options->time, "Seconds; without it 0")->type_name("T");
+    add_json_option(*command, options->is_json);
+    command->footer("Meshes, curves and points have keys; bounds and user properties do not count. Files end in .abc,\n"
+                    "what follows them are objects.\n"
+                    "Examples:\n"
+                    "  vo_abc keys walk.abc\n"
+                    "  vo_abc keys walk.abc /root/body/bodyShape --time 1.25\n"
+                    "  vo_abc keys walk.abc | sort | uniq -w 42 -D    # geometry that is stored more than once");
+    command->callback([options, &action] { action = [options] { run_keys(*options); }; });
+}
