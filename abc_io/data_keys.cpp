@@ -58,6 +58,14 @@ std::string parameter_metadata(const PropertyHeader& header)
     return bytes;
 }
 
+std::string wide_bytes(const std::wstring* texts, std::size_t count)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < count; ++i)
+        append(std::string(reinterpret_cast<const char*>(texts[i].data()), texts[i].size() * sizeof(wchar_t)), bytes);
+    return bytes;
+}
+
 /// The value of a scalar property; of texts every character with its length before them.
 std::string scalar_value(const IScalarProperty& property, const ISampleSelector& selector)
 {
@@ -71,8 +79,7 @@ std::string scalar_value(const IScalarProperty& property, const ISampleSelector&
     } else if (type.getPod() == Alembic::Util::kWstringPOD) {
         std::vector<std::wstring> texts(type.getExtent());
         property.get(texts.data(), selector);
-        for (const std::wstring& text : texts)
-            append(std::string(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)), bytes);
+        bytes = wide_bytes(texts.data(), texts.size());
     } else if (type.getPod() < Alembic::Util::kStringPOD) {
         bytes.resize(type.getNumBytes());
         property.get(bytes.data(), selector);
@@ -97,7 +104,11 @@ std::string array_digest(const IArrayProperty& property, const ISampleSelector& 
     if (!is_wide && property.getKey(key, selector)) return key.digest.str() + std::to_string(key.numBytes);
     ArraySamplePtr sample;
     property.get(sample, selector);
-    if (!sample || !sample->valid()) return std::string();
+    if (!sample || !sample->getData()) return std::string();
+    if (is_wide) {
+        const auto* const texts = static_cast<const std::wstring*>(sample->getData());
+        return wide_bytes(texts, sample->size() * property.getDataType().getExtent());
+    }
     key = sample->getKey();
     return key.digest.str() + std::to_string(key.numBytes);
 }
