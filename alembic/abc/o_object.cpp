@@ -130,7 +130,7 @@ bool OObject::addChildInstance(OObject target, const std::string& name)
 {
     ALEMBIC_ABC_SAFE_CALL_BEGIN("OObject::addChildInstance()");
     if (!object_ || !target.object_ || name.empty()) return false;
-    if (object_->getArchive()->getName() != target.object_->getArchive()->getName()) return false;
+    if (object_->getArchive() != target.object_->getArchive()) return false;
     if (is_instance(target.getMetaData()) || is_same_or_above(target.getFullName(), getFullName())) return false;
 
     AbcA::MetaData meta_data;

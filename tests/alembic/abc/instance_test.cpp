@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 namespace abc_tests {
 namespace {
 
@@ -85,6 +87,11 @@ TEST(Instance, WriterRefusesWhatCannotBe)
     EXPECT_FALSE(b.addChildInstance(ab.getChild("x"), "y"));
     EXPECT_THAT(thrown_text([&] { ab.addChildInstance(a, "x"); }),
                 HasSubstr("OObject::addChildInstance()\nERROR: EXCEPTION:\nAlready have an Object named: x"));
+
+    std::stringstream stream, other_stream; // archives in streams have no names to tell them apart by
+    OArchive unnamed(WriteArchive()(&stream, AbcA::MetaData())), also(WriteArchive()(&other_stream, AbcA::MetaData()));
+    OObject here(unnamed.getTop(), "here"), there(also.getTop(), "there");
+    EXPECT_FALSE(here.addChildInstance(there, "x"));
 }
 
 TEST(Instance, LoopsAndDeadEndsAreErrors)
