@@ -9,7 +9,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 const TokenMap& MetaData::no_pairs()
 {
-    static const TokenMap empty;
+    // Never destroyed: an archive in a static variable is finished after this library's own such objects are gone.
+    static const TokenMap& empty = *new TokenMap;
     return empty;
 }
 
