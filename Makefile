@@ -5,7 +5,6 @@ WERROR := $(if $(CI),ON,OFF)
 JOBS ?= $(shell nproc)
 # A folder beside this repository that holds the archive conformance runner; its checks join `make test` when found.
 KIT ?= $(firstword $(patsubst %/conformance/run.sh,%,$(wildcard ../*/conformance/run.sh)))
-TIMEFORMAT = %R s
 
 .PHONY: all build demo test test-release test-asan test-tsan conformance interface bench install-deps format clean
 
@@ -15,8 +14,8 @@ install-deps:
 	@scripts/install_deps.sh
 
 build: install-deps
-	@cmake --preset release -DVO_ABC_WERROR=$(WERROR) >build-release.log 2>&1 || { cat build-release.log; exit 1; }
-	@rm -f build-release.log
+	@mkdir -p build
+	@cmake --preset release -DVO_ABC_WERROR=$(WERROR) >build/configure.log 2>&1 || { cat build/configure.log; exit 1; }
 	@cmake --build --preset release -j $(JOBS)
 
 demo: build

@@ -7,6 +7,10 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/AlembicConfigVersio
 configure_package_config_file(AlembicConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/AlembicConfig.cmake
     INSTALL_DESTINATION ${package_dir})
 
+# An Alembic of another make is never overwritten: its headers and package would be found together with our library.
+configure_file(refuse_foreign.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/refuse_foreign.cmake @ONLY)
+install(SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/refuse_foreign.cmake COMPONENT alembic)
+
 install(TARGETS Alembic EXPORT AlembicTargets COMPONENT alembic
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/Alembic ${CMAKE_CURRENT_BINARY_DIR}/generated/Alembic COMPONENT alembic
