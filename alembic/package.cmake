@@ -13,8 +13,11 @@ install(SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/refuse_foreign.cmake COMPONENT alembi
 
 install(TARGETS Alembic EXPORT AlembicTargets COMPONENT alembic
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(NOT VO_ABC_HDF5)
+    set(headers_left_out PATTERN AbcCoreHDF5 EXCLUDE)
+endif()
 install(DIRECTORY include/Alembic ${CMAKE_CURRENT_BINARY_DIR}/generated/Alembic COMPONENT alembic
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h" ${headers_left_out})
 install(EXPORT AlembicTargets NAMESPACE Alembic:: DESTINATION ${package_dir} COMPONENT alembic)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/AlembicConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/AlembicConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT alembic)

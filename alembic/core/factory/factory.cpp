@@ -11,7 +11,7 @@
 #include <exception>
 #include <filesystem>
 
-#if defined(ALEMBIC_WITH_HDF5) && __has_include(<Alembic/AbcCoreHDF5/ReadWrite.h>)
+#ifdef ALEMBIC_WITH_HDF5
 #include <Alembic/AbcCoreHDF5/ReadWrite.h>
 #define ALEMBIC_FACTORY_READS_HDF5 1
 #else

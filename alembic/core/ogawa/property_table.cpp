@@ -102,20 +102,20 @@ PropertyRecord take_record(ByteCursor& cursor, const HeaderContext& context)
     return record;
 }
 
+std::vector<PropertyRecord> parse_records(std::string_view headers, const HeaderContext& context)
+{
+    std::vector<PropertyRecord> records;
+    ByteCursor cursor(headers);
+    while (cursor.left() > 0)
+        records.push_back(take_record(cursor, context));
+    return records;
+}
+
 } // namespace
 
 PropertyTable::PropertyTable(std::string_view headers, const HeaderContext& context)
+    : AbcCoreCommon::PropertyTable(parse_records(headers, context))
 {
-    ByteCursor cursor(headers);
-    while (cursor.left() > 0)
-        records_.push_back(take_record(cursor, context));
-    index_.build(static_cast<std::uint32_t>(records_.size()),
-                 [this](std::uint32_t i) -> std::string_view { return records_[i].header.getName(); });
-}
-
-std::uint32_t PropertyTable::find(std::string_view name) const
-{
-    return index_.find(name, [this](std::uint32_t i) -> std::string_view { return records_[i].header.getName(); });
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -57,21 +57,8 @@ std::uint64_t stored_text_count(const Ogawa::DataReader& data, AbcA::PlainOldDat
 template <class Unit, class Text>
 void split_text(const Ogawa::DataReader& data, Text* texts, std::uint64_t count)
 {
-    for (std::uint64_t i = 0; i < count; ++i)
-        texts[i].clear();
-    Text open; // the text whose zero has not come yet
-    std::uint64_t done = 0;
-    for_each_chunk<Unit>(data, [&](const Unit* units, std::size_t size) {
-        const Unit* const end = units + size;
-        while (units != end && done < count) {
-            const Unit* const zero = std::find(units, end, Unit(0));
-            open.append(units, zero);
-            if (zero == end) return;
-            texts[done++].swap(open);
-            open.clear();
-            units = zero + 1;
-        }
-    });
+    AbcCoreCommon::TextSplitter<Unit, Text> splitter(texts, count);
+    for_each_chunk<Unit>(data, [&splitter](const Unit* units, std::size_t size) { splitter.add(units, size); });
 }
 
 /// The product of the dimensions, or more than any file holds when it is.

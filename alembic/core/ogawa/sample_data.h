@@ -4,6 +4,7 @@
 
 #include <Alembic/AbcCoreOgawa/ReadWrite.h>
 
+#include "core/common/text.h"
 #include "ogawa/data_reader.h"
 
 #include <cstdint>
@@ -12,10 +13,7 @@ namespace Alembic {
 namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
-inline bool is_text(AbcA::PlainOldDataType pod)
-{
-    return pod == AbcA::kStringPOD || pod == AbcA::kWstringPOD;
-}
+using AbcCoreCommon::is_text;
 
 /// Throws "ReadData invalid: Null IDataPtr." for no data.
 void require_data(const Ogawa::DataReader& data);

@@ -1,0 +1,140 @@
+/// @file
+/// The file driver. Its functions are called by libhdf5: no exception may leave them.
+#include "core/hdf5/file_driver.h"
+
+#include "ogawa/byte_source.h"
+
+#if H5_VERSION_GE(1, 13, 2)
+#include <H5FDdevelop.h>
+#endif
+
+#include <functional>
+#include <limits>
+#include <memory>
+
+namespace Alembic {
+namespace AbcCoreHDF5 {
+inline namespace ALEMBIC_VERSION_NS {
+
+namespace {
+
+/// What libhdf5 knows as an open file: its own record, then ours.
+struct OpenFile
+{
+    H5FD_t common;
+    std::unique_ptr<Ogawa::FileSource> source;
+    haddr_t end_of_addresses;
+};
+
+OpenFile& ours(H5FD_t* file)
+{
+    return *reinterpret_cast<OpenFile*>(file);
+}
+
+const OpenFile& ours(const H5FD_t* file)
+{
+    return *reinterpret_cast<const OpenFile*>(file);
+}
+
+H5FD_t* driver_open(const char* name, unsigned flags, hid_t, haddr_t)
+{
+    if (flags != H5F_ACC_RDONLY) return nullptr;
+    try {
+        auto file = std::make_unique<OpenFile>();
+        file->source = std::make_unique<Ogawa::FileSource>(name);
+        return &file.release()->common;
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+herr_t driver_close(H5FD_t* file)
+{
+    delete &ours(file);
+    return 0;
+}
+
+/// Two open files are never the same one.
+int driver_compare(const H5FD_t* a, const H5FD_t* b)
+{
+    return std::less<const H5FD_t*>()(a, b) ? -1 : a == b ? 0 : 1;
+}
+
+herr_t driver_query(const H5FD_t*, unsigned long* features)
+{
+    *features = H5FD_FEAT_ACCUMULATE_METADATA | H5FD_FEAT_DATA_SIEVE | H5FD_FEAT_DEFAULT_VFD_COMPATIBLE;
+    return 0;
+}
+
+haddr_t driver_get_end_of_addresses(const H5FD_t* file, H5FD_mem_t)
+{
+    return ours(file).end_of_addresses;
+}
+
+herr_t driver_set_end_of_addresses(H5FD_t* file, H5FD_mem_t, haddr_t address)
+{
+    ours(file).end_of_addresses = address;
+    return 0;
+}
+
+haddr_t driver_get_end_of_file(const H5FD_t* file, H5FD_mem_t)
+{
+    return ours(file).source->size();
+}
+
+herr_t driver_read(H5FD_t* file, H5FD_mem_t, hid_t, haddr_t address, std::size_t size, void* into)
+{
+    try {
+        ours(file).source->read(address, into, size);
+        return 0;
+    } catch (...) {
+        return -1;
+    }
+}
+
+herr_t driver_write(H5FD_t*, H5FD_mem_t, hid_t, haddr_t, std::size_t, const void*)
+{
+    return -1;
+}
+
+H5FD_class_t make_driver_class()
+{
+    H5FD_class_t driver = {};
+#ifdef H5FD_CLASS_VERSION
+    driver.version = H5FD_CLASS_VERSION;
+#endif
+    driver.name = "alembic";
+    driver.maxaddr = std::numeric_limits<std::int64_t>::max();
+    driver.fc_degree = H5F_CLOSE_STRONG;
+    driver.open = driver_open;
+    driver.close = driver_close;
+    driver.cmp = driver_compare;
+    driver.query = driver_query;
+    driver.get_eoa = driver_get_end_of_addresses;
+    driver.set_eoa = driver_set_end_of_addresses;
+    driver.get_eof = driver_get_end_of_file;
+    driver.read = driver_read;
+    driver.write = driver_write;
+    for (H5FD_mem_t& kind : driver.fl_map)
+        kind = H5FD_MEM_SUPER; // one list of free space for all, which nobody asks for when reading
+    return driver;
+}
+
+} // namespace
+
+Handle open_file(const std::string& name, std::uint64_t& size)
+{
+    static const H5FD_class_t driver_class = make_driver_class();
+    const Handle driver = require(Handle(H5FDregister(&driver_class), H5FDunregister), "libhdf5 takes no file driver");
+    const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), "libhdf5 is out of memory");
+    if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed("libhdf5 takes no file driver");
+    Handle file(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
+    hsize_t bytes = 0;
+    if (file && H5Fget_filesize(file.id(), &bytes) < 0) throw_failed("Could not find out the size of " + name);
+    size = bytes;
+    return file;
+}
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreHDF5
+} // namespace Alembic

@@ -1,0 +1,136 @@
+/// @file
+/// The lock, the silence and the handles.
+#include "core/hdf5/library.h"
+
+#include <mutex>
+
+namespace Alembic {
+namespace AbcCoreHDF5 {
+inline namespace ALEMBIC_VERSION_NS {
+
+namespace {
+
+/// Never destroyed: archives may be closed while the process ends.
+std::recursive_mutex& library_mutex()
+{
+    static auto* const mutex = new std::recursive_mutex;
+    return *mutex;
+}
+
+/// How the program that we are part of wants errors of libhdf5 printed. Programs may have set it in either of two ways.
+struct ErrorPrinting
+{
+    unsigned is_new_way = 1;
+    H5E_auto2_t print = nullptr;
+    H5E_auto1_t print_old_way = nullptr;
+    void* data = nullptr;
+};
+
+// Both belong to who holds the mutex.
+unsigned nesting = 0;
+ErrorPrinting callers_printing;
+
+void silence()
+{
+    ErrorPrinting& callers = callers_printing;
+    callers = ErrorPrinting();
+    H5Eauto_is_v2(H5E_DEFAULT, &callers.is_new_way);
+    if (callers.is_new_way) {
+        H5Eget_auto2(H5E_DEFAULT, &callers.print, &callers.data);
+        H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
+    } else {
+        H5Eget_auto1(&callers.print_old_way, &callers.data);
+        H5Eset_auto1(nullptr, nullptr);
+    }
+}
+
+void restore()
+{
+    H5Eclear2(H5E_DEFAULT);
+    if (callers_printing.is_new_way)
+        H5Eset_auto2(H5E_DEFAULT, callers_printing.print, callers_printing.data);
+    else
+        H5Eset_auto1(callers_printing.print_old_way, callers_printing.data);
+}
+
+/// Keeps the text of the first error, the one that the others follow from.
+herr_t take_reason(unsigned, const H5E_error2_t* error, void* reason)
+{
+    try {
+        if (error->desc) *static_cast<std::string*>(reason) = error->desc;
+    } catch (...) {
+        return -1;
+    }
+    return 1;
+}
+
+} // namespace
+
+LibraryLock::LibraryLock()
+{
+    library_mutex().lock();
+    if (nesting++ == 0) silence();
+}
+
+LibraryLock::~LibraryLock()
+{
+    if (--nesting == 0) restore();
+    library_mutex().unlock();
+}
+
+void Handle::reset() noexcept
+{
+    if (id_ < 0) return;
+    const LibraryLock lock;
+    close_(id_);
+    id_ = H5I_INVALID_HID;
+}
+
+void throw_failed(const std::string& what)
+{
+    std::string reason;
+    {
+        const LibraryLock lock;
+        H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, take_reason, &reason);
+        H5Eclear2(H5E_DEFAULT);
+    }
+    ABCA_THROW(what << (reason.empty() ? "" : ": ") << reason);
+}
+
+Handle require(Handle handle, const std::string& what)
+{
+    if (!handle) throw_failed(what);
+    return handle;
+}
+
+Handle open_group_at(hid_t file, haddr_t address, const std::string& name)
+{
+    Handle object = require(Handle(H5Oopen_by_addr(file, address), H5Oclose), "Could not open '" + name + "'");
+    if (H5Iget_type(object.id()) != H5I_GROUP) ABCA_THROW("Could not open '" << name << "': it is not a group");
+    return object;
+}
+
+Handle open_linked(hid_t group, const std::string& name, H5I_type_t kind)
+{
+    const htri_t there = H5Lexists(group, name.c_str(), H5P_DEFAULT);
+    if (there == 0) return {};
+    H5L_info_t link;
+    if (there < 0 || H5Lget_info(group, name.c_str(), &link, H5P_DEFAULT) < 0)
+        throw_failed("Could not open '" + name + "'");
+    if (link.type != H5L_TYPE_HARD) ABCA_THROW("Could not open '" << name << "': it is a link to another place");
+    Handle object = require(Handle(H5Oopen_by_addr(group, link.u.address), H5Oclose), "Could not open '" + name + "'");
+    if (H5Iget_type(object.id()) != kind)
+        ABCA_THROW("Could not open '" << name << "': it is not a " << (kind == H5I_GROUP ? "group" : "data set"));
+    return object;
+}
+
+haddr_t address_of(hid_t group)
+{
+    H5O_info_t info;
+    if (H5Oget_info(group, &info) < 0) throw_failed("Could not find out where a group stands");
+    return info.addr;
+}
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreHDF5
+} // namespace Alembic

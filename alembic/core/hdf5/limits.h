@@ -1,0 +1,37 @@
+/// @file
+/// What keeps a hostile or damaged HDF5 archive from costing more than an error.
+#pragma once
+
+#include <Alembic/Util/Config.h>
+
+#include <cstdint>
+
+namespace Alembic {
+namespace AbcCoreHDF5 {
+inline namespace ALEMBIC_VERSION_NS {
+
+/// Objects nested deeper are refused, and so are compounds within one object: long before any stack is in danger.
+constexpr std::uint32_t max_depth = 1200;
+
+/// A link takes at least that many bytes of its group: its header, the length of the name, the address. What is kept of
+/// the tree is counted against the file's size: a file that shares groups cannot unfold into a larger tree.
+constexpr std::uint64_t link_bytes = 16;
+
+/// Full names repeat the names of all ancestors: all of an archive together may take this many times the file's size,
+/// or `full_name_floor` if that is more.
+constexpr std::uint64_t full_name_factor = 64;
+constexpr std::uint64_t full_name_floor = 64u << 20;
+
+/// The value of one attribute: metadata, names, scalar samples. A larger one is refused.
+constexpr std::uint64_t max_attribute_bytes = 64u << 20;
+
+/// Deflate makes data smaller by no more than this factor: what promises more than the stored bytes can hold is refused
+/// before anything is allocated.
+constexpr std::uint64_t deflate_factor = 1032;
+
+/// The most that one chunk of a compressed data set may unfold into, unless the data are larger still.
+constexpr std::uint64_t chunk_floor = 1u << 20;
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreHDF5
+} // namespace Alembic
