@@ -185,7 +185,9 @@ public:
 
     // ---- Curves ---------------------------------------------------------------------------------------------------
 
-    /// Everything about curves at `time`. True also for curves without samples. `progress` is not used.
+    /// Everything about curves at the sample nearest to `time`. True, record untouched, for curves without samples. False,
+    /// record untouched, also when vertex counts are negative or ask for more points than there are (logged). A
+    /// parameter whose indices lead beyond its values counts as missing. `progress` is not used.
     static bool load_curve(const AbcFileList& files, const CoreString& object_path, const double& time,
                            AbcCurveHeader& header, AppProgressBar* progress);
 
