@@ -17,33 +17,35 @@ class ByteCursor
 {
 public:
     explicit ByteCursor(std::string_view bytes)
-        : bytes_(bytes)
+        : at_(bytes.data())
+        , end_(bytes.data() + bytes.size())
     {
     }
 
-    std::size_t left() const { return bytes_.size(); }
+    std::size_t left() const { return static_cast<std::size_t>(end_ - at_); }
 
     /// Takes a number as it stands in memory. False, nothing taken, when there are not enough bytes.
     template <class Number>
     bool take(Number& number)
     {
-        if (bytes_.size() < sizeof number) return false;
-        std::memcpy(&number, bytes_.data(), sizeof number);
-        bytes_.remove_prefix(sizeof number);
+        if (left() < sizeof number) return false;
+        std::memcpy(&number, at_, sizeof number);
+        at_ += sizeof number;
         return true;
     }
 
     /// Takes `size` bytes, a view on them. False, nothing taken, when there are not enough.
     bool take(std::size_t size, std::string_view& bytes)
     {
-        if (bytes_.size() < size) return false;
-        bytes = bytes_.substr(0, size);
-        bytes_.remove_prefix(size);
+        if (left() < size) return false;
+        bytes = std::string_view(at_, size);
+        at_ += size;
         return true;
     }
 
 private:
-    std::string_view bytes_;
+    const char* at_;
+    const char* end_;
 };
 
 } // namespace ALEMBIC_VERSION_NS

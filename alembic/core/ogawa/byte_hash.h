@@ -34,6 +34,13 @@ inline std::uint64_t load_u64(const char* bytes)
     return word;
 }
 
+inline std::uint32_t load_u32(const char* bytes)
+{
+    std::uint32_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
 /// Hash of `bytes`, eight at a time.
 inline std::uint64_t hash_bytes(std::string_view bytes, std::uint64_t seed)
 {
@@ -47,6 +54,8 @@ inline std::uint64_t hash_bytes(std::string_view bytes, std::uint64_t seed)
     std::uint64_t last = 0;
     if (size >= 8)
         last = load_u64(data + size - 8);
+    else if (size >= 4)
+        last = std::uint64_t(load_u32(data)) << 32 | load_u32(data + size - 4);
     else
         for (std::size_t at = 0; at < size; ++at)
             last = last << 8 | static_cast<unsigned char>(data[at]);

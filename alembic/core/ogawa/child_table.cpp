@@ -5,47 +5,59 @@
 #include "core/ogawa/byte_cursor.h"
 #include "core/ogawa/object_reader.h"
 
+#include <algorithm>
+
 namespace Alembic {
 namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
 
-constexpr std::uint64_t name_to_metadata = 1 + 4; // between a name and its metadata: the index and the length
+constexpr std::size_t usual_header_bytes = 4 + 7 + 1; // the length of the name, a short name, the index of its metadata
+constexpr std::uint64_t name_to_metadata = 1 + 4;     // between a name and its metadata: the index and the length
 
 } // namespace
 
 ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata)
 {
     if (data.size() <= Ogawa::object_hashes_size) return;
-    bytes_.resize(static_cast<std::size_t>(data.size() - Ogawa::object_hashes_size));
-    data.read(0, &bytes_[0], bytes_.size());
+    byte_count_ = static_cast<std::size_t>(data.size() - Ogawa::object_hashes_size);
+    bytes_.reset(new char[byte_count_]);
+    data.read(0, bytes_.get(), byte_count_);
 
-    ByteCursor cursor(bytes_);
+    ByteCursor cursor(std::string_view(bytes_.get(), byte_count_));
+    records_.reserve(byte_count_ / usual_header_bytes + 1);
+    std::uint8_t highest_metadata = 0;
     while (cursor.left() > 0) {
-        Record record = {};
+        Record record;
+        record.metadata_size = 0;
         std::string_view bytes;
         if (!cursor.take(record.name_size)) ABCA_THROW("Read invalid: Object Headers name size.");
-        record.name_offset = bytes_.size() - cursor.left();
+        record.name_offset = byte_count_ - cursor.left();
         if (record.name_size == 0 || !cursor.take(record.name_size, bytes) || !cursor.take(record.metadata_index))
             ABCA_THROW("Read invalid: Object Headers name and MetaData index.");
         if (record.metadata_index == Ogawa::metadata_in_place) {
             if (!cursor.take(record.metadata_size)) ABCA_THROW("Read invalid: Object Headers MetaData size.");
             if (!cursor.take(record.metadata_size, bytes)) ABCA_THROW("Read invalid: Object Headers MetaData string.");
+        } else {
+            highest_metadata = std::max(highest_metadata, record.metadata_index);
         }
-        if (!metadata.has(record.metadata_index)) ABCA_THROW("Read invalid: Object Headers MetaData index.");
         records_.push_back(record);
-        if (records_.size() > NameIndex::most_records)
-            ABCA_THROW("Read invalid: an object has more than " << NameIndex::most_records << " children.");
     }
+    if (!metadata.has(highest_metadata)) ABCA_THROW("Read invalid: Object Headers MetaData index.");
+    if (records_.size() > NameIndex::most_records)
+        ABCA_THROW("Read invalid: an object has more than " << NameIndex::most_records << " children.");
     index_.build(record_count(), [this](std::uint32_t i) { return name(i); });
     nodes_.reset(new std::atomic<ObjectReader*>[records_.size()]());
 }
 
 ChildTable::~ChildTable()
 {
-    for (std::size_t i = 0; i < records_.size(); ++i)
-        delete nodes_[i].load(std::memory_order_relaxed);
+    for (ObjectReader* node = last_made_.load(std::memory_order_acquire); node != nullptr;) {
+        ObjectReader* const before = node->made_before_;
+        delete node;
+        node = before;
+    }
 }
 
 std::uint32_t ChildTable::find(std::string_view name) const
@@ -56,7 +68,7 @@ std::uint32_t ChildTable::find(std::string_view name) const
 std::string_view ChildTable::name(std::uint32_t index) const
 {
     const Record& record = records_[index];
-    return std::string_view(bytes_.data() + record.name_offset, record.name_size);
+    return std::string_view(bytes_.get() + record.name_offset, record.name_size);
 }
 
 AbcA::MetaData ChildTable::metadata(std::uint32_t index, const MetadataTable& table) const
@@ -64,7 +76,7 @@ AbcA::MetaData ChildTable::metadata(std::uint32_t index, const MetadataTable& ta
     const Record& record = records_[index];
     std::string_view in_place;
     if (record.metadata_index == Ogawa::metadata_in_place)
-        in_place = std::string_view(bytes_.data() + record.name_offset + record.name_size + name_to_metadata,
+        in_place = std::string_view(bytes_.get() + record.name_offset + record.name_size + name_to_metadata,
                                     record.metadata_size);
     AbcA::MetaData parsed;
     return *table.find(record.metadata_index, in_place, parsed); // the index was checked when the headers were parsed
@@ -74,7 +86,13 @@ ObjectReader* ChildTable::add_node(std::uint32_t index, std::unique_ptr<ObjectRe
 {
     ObjectReader* there = nullptr;
     added = nodes_[index].compare_exchange_strong(there, node.get(), std::memory_order_acq_rel);
-    return added ? node.release() : there;
+    if (!added) return there;
+    ObjectReader* const made = node.release();
+    made->made_before_ = last_made_.load(std::memory_order_relaxed);
+    while (!last_made_.compare_exchange_weak(made->made_before_, made, std::memory_order_release,
+                                             std::memory_order_relaxed)) {
+    }
+    return made;
 }
 
 } // namespace ALEMBIC_VERSION_NS

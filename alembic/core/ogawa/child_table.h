@@ -38,7 +38,7 @@ public:
     std::uint32_t record_count() const { return static_cast<std::uint32_t>(records_.size()); }
 
     /// Bytes of a file that these children take at least: their headers, and their entries in the object's group.
-    std::uint64_t byte_cost() const { return bytes_.size() + child_entry_bytes * records_.size(); }
+    std::uint64_t byte_cost() const { return byte_count_ + child_entry_bytes * records_.size(); }
 
     /// The number of the last child of that name, or NameIndex::none.
     std::uint32_t find(std::string_view name) const;
@@ -63,10 +63,12 @@ private:
         std::uint8_t metadata_index;
     };
 
-    std::string bytes_;
+    std::unique_ptr<char[]> bytes_; ///< the headers as they stand in the file
+    std::size_t byte_count_ = 0;
     std::vector<Record> records_;
     NameIndex index_;
     std::unique_ptr<std::atomic<ObjectReader*>[]> nodes_;
+    mutable std::atomic<ObjectReader*> last_made_{nullptr}; ///< all nodes, each leading to the one made before it
 };
 
 } // namespace ALEMBIC_VERSION_NS

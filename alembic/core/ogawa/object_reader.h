@@ -47,6 +47,8 @@ public:
     void require_usable() const;
 
 private:
+    friend class ChildTable;
+
     const ChildTable& children() const;
     ChildTable* parse_children() const;
     ObjectReader& node(std::uint32_t index) const;
@@ -61,6 +63,7 @@ private:
     const char* refusal_ = nullptr; ///< why the object cannot be used
     const std::uint32_t depth_;     ///< of the top: 0
     mutable std::atomic<const ChildTable*> children_{nullptr};
+    ObjectReader* made_before_ = nullptr; ///< the sibling whose node was made before this one; kept by the child table
 };
 
 } // namespace ALEMBIC_VERSION_NS
