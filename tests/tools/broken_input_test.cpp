@@ -91,7 +91,9 @@ TEST_F(BrokenInput, ChangedBytesNeverCrash)
             EXPECT_TRUE(run.status == 0 || run.status == 1)
                 << "seed " << seed << ", file " << i << ", " << command[0] << ": " << run.status << "\n"
                 << run.errors;
-            if (run.status == 1) EXPECT_THAT(run.errors, HasSubstr("vo_abc: "));
+            if (run.status == 1) {
+                EXPECT_THAT(run.errors, HasSubstr("vo_abc: "));
+            }
         }
     }
 }

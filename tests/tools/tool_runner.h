@@ -39,7 +39,10 @@ inline void write_file(const std::string& path, const std::string& bytes)
 inline ToolRun run_tool(const std::vector<std::string>& arguments)
 {
     const ScratchFile output("output"), errors("errors");
-    std::string command = VO_ABC_TOOL;
+    // What a sanitizer finds must not pass as bad input.
+    std::string command =
+        "ASAN_OPTIONS=exitcode=99:$ASAN_OPTIONS UBSAN_OPTIONS=halt_on_error=1:exitcode=99:$UBSAN_OPTIONS ";
+    command += VO_ABC_TOOL;
     for (const std::string& argument : arguments) {
         command += " '";
         for (const char character : argument)
