@@ -54,8 +54,8 @@ bool read_set(const UvSet& set, const ISampleSelector& selector, const UvMesh& m
         reverse_poly_order(mesh.face_counts, map.indices);
         return true;
     }
-    // One per point: the mesh's own indices lead to them. They were checked against the points when they were read.
-    if (value_count < mesh.point_count && !indices_are_below(mesh.face_indices, value_count)) return false;
+    // One per point: the mesh's own indices lead to them. Those may be as large as the number of points, not larger.
+    if (value_count <= mesh.point_count && !indices_are_below(mesh.face_indices, value_count)) return false;
     map.indices = mesh.face_indices;
     return true;
 }

@@ -128,7 +128,15 @@ TEST_F(MeshLoading, AnIndexEqualToThePointCountIsAcceptedAGreaterOneIsNot)
     HousePart house;
     write_archive(file_.path(), [&](AbcG::OObject top) {
         house.indices[6] = 5;
-        AbcG::OPolyMesh(top, "equal").getSchema().set(house.sample());
+        AbcG::OPolyMesh equal(top, "equal");
+        equal.getSchema().set(house.sample());
+        for (const std::size_t count : {5u, 6u}) { // one value per point, and one more, with an index for each point
+            const std::vector<AbcG::V2f> values(count);
+            const Indices indices = {0, 1, 2, 3, 4};
+            AbcG::OV2fGeomParam uvs(equal.getSchema().getArbGeomParams(), std::to_string(count) + " values", true,
+                                    AbcG::kVertexScope, 1);
+            uvs.set(AbcG::OV2fGeomParam::Sample(AbcG::V2fArraySample(values), indices, AbcG::kVertexScope));
+        }
         house.indices[6] = 6;
         AbcG::OPolyMesh(top, "greater").getSchema().set(house.sample());
         house.indices[6] = -1;
@@ -141,6 +149,8 @@ TEST_F(MeshLoading, AnIndexEqualToThePointCountIsAcceptedAGreaterOneIsNot)
     });
     ASSERT_TRUE(mesh_.load(files_, "/equal"));
     EXPECT_EQ(mesh_.face_indices[4], 5u);
+    ASSERT_EQ(mesh_.uv_maps.get_count(), 1u) << "no index may lead out of the values";
+    EXPECT_EQ(mesh_.uv_maps[0].name, "6 values");
 
     const std::string message = "2 The Alembic archive from file(s) '" + file_.path() + "' is corrupted\n";
     for (const char* object : {"/greater", "/negative", "/sum", "/negative count"}) {
