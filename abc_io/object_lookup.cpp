@@ -13,7 +13,7 @@ using namespace Alembic::AbcGeom;
 
 namespace {
 
-constexpr int max_object_depth = 1000;     // deeper objects are not listed: an instance of an ancestor would never end
+constexpr int max_object_depth = 1000;     // deeper objects are not listed, long before the stack is in danger
 constexpr double progress_interval = 50.0; // milliseconds between two steps of a bar that only shows activity
 
 /// Cycles the bar from 0.1 to 1.0 and back, a step each interval.
@@ -31,6 +31,16 @@ bool is_supported(const IObject& object)
            is_kind<ICurves>(object) || is_kind<IPoints>(object) || is_kind<ICamera>(object);
 }
 
+/// The child; an invalid object when it cannot be opened: a damaged object must not cost the others their place.
+IObject open_child(const IObject& parent, std::size_t index)
+{
+    try {
+        return parent.getChild(index);
+    } catch (const std::exception&) {
+        return IObject();
+    }
+}
+
 void list_objects(const IObject& parent, CoreHashTable<CoreString, IObject>& objects, AppProgressBar* progress,
                   int depth)
 {
@@ -39,7 +49,8 @@ void list_objects(const IObject& parent, CoreHashTable<CoreString, IObject>& obj
     const std::size_t child_count = parent.getNumChildren();
     for (std::size_t i = 0; i < child_count; ++i) {
         show_activity(progress, timer);
-        const IObject child = parent.getChild(i);
+        const IObject child = open_child(parent, i);
+        if (!child.valid()) continue;
         if (is_supported(child)) objects.insert(child.getFullName(), child);
         list_objects(child, objects, progress, depth + 1);
     }
@@ -58,6 +69,7 @@ bool AbcInternal::get_object_by_full_name(IObject root, const CoreString& full_n
             const std::string name(component.get_view());
             if (!current.getChildHeader(name)) return false;
             current = current.getChild(name);
+            if (!current.valid()) return false; // as the exception below, where the archive's errors are quiet
         }
     } catch (const std::exception&) {
         return false; // a damaged object is one that cannot be had

@@ -61,7 +61,8 @@ public:
     CoreArray<AbcFileList> get_invalid_cache_archives();
 
     /// Adds every transform, mesh, subdivision mesh, curves, points and camera below `parent`, at any depth, to
-    /// `objects` under its full name. `progress` may be null; when given it cycles from 0.1 to 1.0 to show activity.
+    /// `objects` under its full name; one that cannot be opened is left out. `progress` may be null; when given it cycles
+    /// from 0.1 to 1.0 to show activity.
     void build_file_object_list(Alembic::Abc::IObject parent, CoreHashTable<CoreString, Alembic::Abc::IObject>& objects,
                                 AppProgressBar* progress);
 

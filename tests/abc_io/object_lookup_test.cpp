@@ -77,6 +77,36 @@ TEST_F(ObjectLookup, TheTableHoldsSupportedObjectsAtAnyDepth)
                                             "/group/xform/mesh/curves"));
 }
 
+TEST_F(ObjectLookup, AnObjectThatCannotBeOpenedIsNotFoundAndNotListed)
+{
+    write_archive(file_.path(), [](AbcG::OObject top) {
+        AbcG::MetaData instance;
+        instance.set("isInstance", "1");
+        AbcG::OObject broken(top, "broken", instance);
+        AbcG::OStringProperty(broken.getProperties(), ".instanceSource").set("/gone");
+        add_square(top, "square");
+    });
+    const std::unique_ptr<AbcInputArchiveHandle> handle(AbcInput::get_archive(files_));
+    ASSERT_TRUE(handle->is_archive_valid());
+    const AbcG::IObject top = static_cast<AbcG::IArchive*>(handle->get_archive())->getTop();
+    const AbcG::IObject quiet_top =
+        AbcG::IArchive(Alembic::AbcCoreOgawa::ReadArchive(), file_.path(), Alembic::Abc::ErrorHandler::kQuietNoopPolicy)
+            .getTop();
+    // Below the one Alembic throws, below the other it yields invalid objects.
+    for (const AbcG::IObject& root : {top, quiet_top}) {
+        ASSERT_NE(root.getChildHeader("broken"), nullptr);
+        AbcG::IObject object = root;
+        EXPECT_FALSE(AbcInternal::get_object_by_full_name(root, "/broken", object));
+        EXPECT_EQ(object.getFullName(), root.getFullName()); // untouched
+        CoreHashTable<CoreString, AbcG::IObject> objects;
+        AbcInputArchiveManager::get()->build_file_object_list(root, objects, nullptr);
+        EXPECT_EQ(objects.get_count(), 1u);
+        EXPECT_TRUE(objects.contains(CoreString("/square")));
+    }
+    EXPECT_NE(make_keys({"/square"})[0], "untouched");
+    AbcInput::release_archive(handle.get());
+}
+
 TEST_F(ObjectLookup, EqualGeometryHasEqualKeys)
 {
     write_archive(file_.path(), [](AbcG::OObject top) {
