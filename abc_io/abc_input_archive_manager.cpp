@@ -40,14 +40,19 @@ void log_unopened(const AbcFileList& filenames, const std::string& error_log)
 /// The block's answer; a block that fails answers false.
 bool call_block(const std::function<bool()>& block, const AbcFileList& filenames)
 {
+    const auto fail = [&](const char* reason) {
+        log_message(log_level_error, [&](CoreLogStream& stream) {
+            stream << "An invalidation block of the Alembic file(s) '" << filenames.join() << "' failed: " << reason
+                   << "\n";
+        });
+        return false;
+    };
     try {
         return block();
     } catch (const std::exception& exception) {
-        log_message(log_level_error, [&](CoreLogStream& stream) {
-            stream << "An invalidation block of the Alembic file(s) '" << filenames.join()
-                   << "' failed: " << exception.what() << "\n";
-        });
-        return false;
+        return fail(exception.what());
+    } catch (...) { // the other handles must be invalidated all the same
+        return fail("it threw what is no std::exception");
     }
 }
 

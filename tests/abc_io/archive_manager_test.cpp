@@ -214,16 +214,19 @@ TEST_F(ArchiveManager, ADeletedFileLeavesTheOpenArchiveToItsUsers)
 TEST_F(ArchiveManager, AStaleFileThatNoLongerOpensStillInvalidatesItsHandles)
 {
     write_square_archive(file_.path());
-    HandlePtr old = open(files_);
-    old->set_archive_invalidation_block(std::function<bool()>()); // one without target fails, and nothing else does
+    HandlePtr first = open(files_), old = open(files_);
+    first->set_archive_invalidation_block([]() -> bool { throw 1; }); // these fail, and nothing else does
+    old->set_archive_invalidation_block(std::function<bool()>());     // without target
     std::ofstream(file_.path(), std::ios::trunc) << "half an archive";
     HandlePtr fresh = open(files_);
     EXPECT_FALSE(fresh->is_archive_valid());
+    EXPECT_FALSE(first->is_archive_valid());
     EXPECT_FALSE(old->is_archive_valid());
     const std::vector<std::string> messages = log_.take();
     EXPECT_THAT(messages, Contains(StartsWith("1 Failed to load Alembic file(s) '")));
-    EXPECT_THAT(messages, Contains(StartsWith("1 An invalidation block of the Alembic file(s) '")));
+    EXPECT_THAT(messages, Contains(StartsWith("1 An invalidation block of the Alembic file(s) '")).Times(2));
     EXPECT_EQ(user_line(1), "");
+    release(first);
     release(old);
     release(fresh);
 }
