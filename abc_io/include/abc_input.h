@@ -140,7 +140,8 @@ public:
     /// A polygon or subdivision mesh at the sample nearest to `time`. True, outputs untouched, when it has no samples;
     /// false also when its topology is corrupt (logged; positions, velocities and counts are then filled).
     /// `positions`: one per point; `velocities`: archive units per second, empty when none are stored; `face_counts`: one
-    /// per polygon; `face_indices`: position indices of all polygons, each polygon's run reversed to the host's winding;
+    /// per polygon; `face_indices`: position indices of all polygons, each polygon's run reversed to the host's winding
+    /// (by intention, an index equal to the number of positions is delivered, too: look before you follow it);
     /// `face_groups`: one index into `group_names` per polygon; `property_names`: see get_property_names. `progress` may
     /// be null and goes from 0.0 over 0.3 and 0.6 to 1.0.
     static bool load_mesh(const AbcFileList& files, const CoreString& object_name, const double& time,
@@ -171,13 +172,14 @@ public:
                                       bool ignore_velocities);
 
     /// Creases of a subdivision mesh at the sample nearest to `time`, as stored: vertex indices of all creases, and their
-    /// sharpnesses. `property_names`: see get_property_names.
+    /// sharpnesses. False, both untouched, also when it has none; `property_names` (see get_property_names) is then filled
+    /// all the same. True, outputs untouched, when the mesh has no samples.
     static bool load_mesh_subdiv(const AbcFileList& files, const CoreString& object_name, const double& time,
                                  CoreVector<CoreString>& property_names, CoreArray<int>& crease_indices,
                                  CoreArray<float>& crease_sharpnesses);
 
     /// Normals of a polygon mesh at `time`, interpolated between samples: one map in the host's winding, or outputs
-    /// untouched when the mesh has no normals per face vertex. True whenever the handle holds the mesh.
+    /// untouched when the mesh has no normals per face vertex. True whenever the handle holds an object, of any kind.
     static bool evaluate_mesh_normals(const AbcInputArchiveHandle& handle, const double& time,
                                       CoreArray<GeometryNormalMap>& normal_maps);
     static bool load_mesh_normals(const AbcFileList& files, const CoreString& object_name, const double& time,
