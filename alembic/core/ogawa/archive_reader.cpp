@@ -123,7 +123,7 @@ const PropertyTable& ArchiveReader::properties_of(const Ogawa::GroupReader& comp
     if (data.size() == 0) return no_properties_;
 
     // Most compounds have a few hundred bytes of headers, and most of those are known already.
-    const HeaderContext context = {metadata_table_, time_samplings_};
+    const HeaderContext context = {metadata_table_, time_samplings_, compound.count() - 1};
     char few[1024];
     if (data.size() <= sizeof few) {
         data.read(0, few, static_cast<std::size_t>(data.size()));

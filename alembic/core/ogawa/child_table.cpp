@@ -13,12 +13,12 @@ inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
 
-constexpr std::size_t usual_header_bytes = 4 + 7 + 1; // the length of the name, a short name, the index of its metadata
+constexpr std::size_t least_header_bytes = 4 + 1 + 1; // the length of the name, a name, the index of its metadata
 constexpr std::uint64_t name_to_metadata = 1 + 4;     // between a name and its metadata: the index and the length
 
 } // namespace
 
-ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata)
+ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata, std::uint64_t children_in_group)
 {
     if (data.size() <= Ogawa::object_hashes_size) return;
     byte_count_ = static_cast<std::size_t>(data.size() - Ogawa::object_hashes_size);
@@ -26,11 +26,14 @@ ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metad
     data.read(0, bytes_.get(), byte_count_);
 
     ByteCursor cursor(std::string_view(bytes_.get(), byte_count_));
-    records_.reserve(byte_count_ / usual_header_bytes + 1);
+    const std::uint64_t most = std::min<std::uint64_t>(children_in_group, NameIndex::most_records);
+    records_.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(most, byte_count_ / least_header_bytes)));
     std::uint8_t highest_metadata = 0;
     while (cursor.left() > 0) {
         Record record;
         record.metadata_size = 0;
+        if (records_.size() == most)
+            ABCA_THROW("Read invalid: Object Headers of more children than the " << most << " in the group.");
         std::string_view bytes;
         if (!cursor.take(record.name_size)) ABCA_THROW("Read invalid: Object Headers name size.");
         record.name_offset = byte_count_ - cursor.left();
@@ -45,8 +48,6 @@ ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metad
         records_.push_back(record);
     }
     if (!metadata.has(highest_metadata)) ABCA_THROW("Read invalid: Object Headers MetaData index.");
-    if (records_.size() > NameIndex::most_records)
-        ABCA_THROW("Read invalid: an object has more than " << NameIndex::most_records << " children.");
     index_.build(record_count(), [this](std::uint32_t i) { return name(i); });
     nodes_.reset(new std::atomic<ObjectReader*>[records_.size()]());
 }

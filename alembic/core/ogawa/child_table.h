@@ -30,8 +30,9 @@ public:
     ChildTable& operator=(const ChildTable&) = delete;
 
     /// Parses the child headers in `data`, the last child of an object group, all but the two hashes at its end. Throws
-    /// "Read invalid: Object Headers ..." when they are cut or refer to metadata that is not there.
-    ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata);
+    /// "Read invalid: Object Headers ..." when they are cut, refer to metadata that is not there, or are more than the
+    /// `children_in_group`.
+    ChildTable(const Ogawa::DataReader& data, const MetadataTable& metadata, std::uint64_t children_in_group);
 
     /// Different names there are; this many children can be reached by number.
     std::uint32_t size() const { return index_.size(); }

@@ -6,6 +6,7 @@
 #include "core/ogawa/compound_property_reader.h"
 #include "core/ogawa/limits.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -104,8 +105,9 @@ ChildTable* ObjectReader::parse_children() const
     const Ogawa::DataReader headers(archive_.file(), last);
     if (!headers) ABCA_THROW("ReadObjectHeaders Invalid data at index " << group_.count() - 1);
     if (headers.size() <= Ogawa::object_hashes_size) return nullptr;
+    const std::uint64_t children_in_group = group_.count() - std::min<std::uint64_t>(group_.count(), 2);
     archive_.check_tree_size(headers.size());
-    std::unique_ptr<ChildTable> table(new ChildTable(headers, archive_.metadata_table()));
+    std::unique_ptr<ChildTable> table(new ChildTable(headers, archive_.metadata_table(), children_in_group));
     archive_.check_tree_size(table->byte_cost());
     return table.release();
 }

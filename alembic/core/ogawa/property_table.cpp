@@ -106,8 +106,12 @@ std::vector<PropertyRecord> parse_records(std::string_view headers, const Header
 {
     std::vector<PropertyRecord> records;
     ByteCursor cursor(headers);
-    while (cursor.left() > 0)
+    while (cursor.left() > 0) {
+        if (records.size() == context.most_properties)
+            ABCA_THROW("Read invalid: a compound has headers for more properties than the " << context.most_properties
+                                                                                            << " in its group.");
         records.push_back(take_record(cursor, context));
+    }
     return records;
 }
 

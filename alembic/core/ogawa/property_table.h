@@ -7,6 +7,7 @@
 #include "core/ogawa/name_index.h"
 #include "core/ogawa/time_sampling_table.h"
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct HeaderContext
 {
     const MetadataTable& metadata;
     const std::vector<TimeSamplingEntry>& time_samplings;
+    std::uint64_t most_properties; ///< that the compound's group has room for; headers of more are refused
 };
 
 /// The properties of a compound, in the order written: a property's number is also that of its group among the
