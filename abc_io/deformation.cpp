@@ -86,9 +86,11 @@ private:
         if (!source_.keep_identity || next >= static_cast<index_t>(source_.sample_count) ||
             point_count(next) != positions_.get_count())
             return use_velocities(false, near);
+        // Where a cycle ends when the next one starts, two samples share a time: nothing moves in no time.
+        const double span = source_.sampling->getSampleTime(next) - near_time;
+        if (!(span > 0.0)) return use_velocities(false, near);
         read_positions(next, velocities_);
-        difference(floats(positions_), floats(velocities_), float_count(positions_),
-                   1.0 / (source_.sampling->getSampleTime(next) - near_time), source_.rounding);
+        difference(floats(positions_), floats(velocities_), float_count(positions_), 1.0 / span, source_.rounding);
     }
 
     /// Fills the velocities from the file, or with zeros.

@@ -8,6 +8,7 @@
 #include <vo_geometry/geometry_normal_map.h>
 #include <vo_gmath/gmath_time_sampling.h>
 
+#include <cmath>
 #include <memory>
 #include <random>
 
@@ -132,6 +133,26 @@ TEST_F(MeshDeformation, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHo
     evaluate(0.6);
     EXPECT_EQ(positions, positions_);
     EXPECT_EQ(velocities, velocities_);
+}
+
+TEST_F(MeshDeformation, SamplesThatShareATimeGiveFiniteValues)
+{
+    write_archive(file_.path(), [&](AbcG::OObject top) {
+        const std::vector<double> cycle = {0.0, 1.0}; // as long as the cycle: samples at 0, 1, 1 and 2 s
+        add_moving(top, "loop", std::make_shared<AbcG::TimeSampling>(AbcG::TimeSamplingType(2, 1.0), cycle),
+                   {{{0, 0, 0}}, {{1, 0, 0}}, {{5, 0, 0}}, {{6, 0, 0}}});
+    });
+    ASSERT_TRUE(bind("/loop"));
+    EXPECT_EQ(header_.end_time, 2.0);
+    for (const double time : {0.0, 0.5, 0.9995, 1.0, 1.0005, 1.5, 2.0}) {
+        evaluate(time);
+        ASSERT_EQ(velocities_.get_count(), 1u);
+        EXPECT_TRUE(std::isfinite(positions_[0].x)) << "time " << time;
+        EXPECT_TRUE(std::isfinite(velocities_[0].x) && std::isfinite(velocities_[0].y)) << "time " << time;
+    }
+    evaluate(0.9995);
+    EXPECT_EQ(positions_[0], Vec3(1, 0, 0));
+    EXPECT_EQ(velocities_[0], Vec3(0, 0, 0)) << "nothing moves in no time";
 }
 
 TEST_F(MeshDeformation, StoredVelocitiesAreTheFloorSamplesAndCanBeIgnored)
