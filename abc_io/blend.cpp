@@ -1,3 +1,4 @@
+/// Blends and differences of float arrays, in loops that become vector code.
 #include "blend.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/// Radii, texture coordinates and colours of curves.
 #include "curve_maps.h"
 
 #include "indexed_parameter.h"

@@ -1,3 +1,4 @@
+/// Where a time falls among the samples, and what is read and blended there.
 #include "deformation.h"
 
 #include "read_array.h"

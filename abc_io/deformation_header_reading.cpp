@@ -1,3 +1,4 @@
+/// A deformation header's type, count and times.
 #include "deformation_header_reading.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+/// Normals of one sample, and between two.
 #include "normal_maps.h"
 
 #include "blend.h"

@@ -1,3 +1,4 @@
+/// The walk from a transform's operations to the host's components.
 #include "pivot_decomposition.h"
 
 #include "abc_internal.h"

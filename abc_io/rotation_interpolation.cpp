@@ -1,3 +1,4 @@
+/// Rotations between two others: as quaternions, and back to angles.
 #include "rotation_interpolation.h"
 
 #include "rotation_order.h"

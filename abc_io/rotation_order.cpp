@@ -1,3 +1,4 @@
+/// The table of rotation orders.
 #include "rotation_order.h"
 
 #include <vo_gmath/gmath_rotation.h>

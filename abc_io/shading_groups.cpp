@@ -1,3 +1,4 @@
+/// Faces into shading groups.
 #include "shading_groups.h"
 
 void assign_faces(const CoreArray<int>& faces, unsigned int group, CoreArray<unsigned int>& face_groups)

@@ -1,3 +1,4 @@
+/// Sums and limits over counts and indices, in loops that become vector code.
 #include "topology.h"
 
 #include "indexed_parameter.h"

@@ -1,3 +1,4 @@
+/// UV sets: which fit a mesh, and their values and indices.
 #include "uv_maps.h"
 
 #include "indexed_parameter.h"

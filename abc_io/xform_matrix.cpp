@@ -1,3 +1,4 @@
+/// Matrices of transforms, alone and below a parent.
 #include "xform_matrix.h"
 
 #include "abc_internal.h"

@@ -1,3 +1,4 @@
+/// Samples around a time, and the one between two.
 #include "xform_samples.h"
 
 #include "rotation_interpolation.h"
