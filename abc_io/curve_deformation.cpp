@@ -11,8 +11,9 @@ using namespace Alembic::AbcGeom;
 
 namespace {
 
-void evaluate(const ICurves& curves, double time, bool ignore_velocities, CoreArray<GMathVec3<float>>& positions,
-              CoreArray<GMathVec3<float>>& velocities)
+/// `kept`: see MovingPoints.
+void evaluate(const ICurves& curves, const StaticPositions* kept, double time, bool ignore_velocities,
+              CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
     const ICurvesSchema& schema = curves.getSchema();
     MovingPoints points;
@@ -21,7 +22,7 @@ void evaluate(const ICurves& curves, double time, bool ignore_velocities, CoreAr
     points.sampling = positions_sampling(schema, curves);
     points.sample_count = points.positions.getNumSamples();
     points.rounding = BlendRounding::DOUBLE_PRODUCTS;
-    points.kept = dynamic_cast<const StaticPositions*>(&curves);
+    points.kept = kept;
     evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
 }
 
@@ -70,7 +71,7 @@ bool AbcInput::evaluate_curve_deformation(const AbcInputArchiveHandle& handle, c
                                           CoreArray<GMathVec3<float>>& velocities, bool ignore_file_velocities)
 {
     return with_handle_object<ICurves>(handle, [&](const ICurves& curves) {
-        evaluate(curves, time, ignore_file_velocities, positions, velocities);
+        evaluate(curves, kept_with(curves), time, ignore_file_velocities, positions, velocities);
         return true;
     });
 }
@@ -80,7 +81,7 @@ bool AbcInput::load_curve_deformation(const AbcFileList& files, const CoreString
                                       bool ignore_file_velocities)
 {
     return with_typed_object<ICurves>(files, object_path, [&](const AbcInputArchiveHandle&, const ICurves& curves) {
-        evaluate(curves, time, ignore_file_velocities, positions, velocities);
+        evaluate(curves, nullptr, time, ignore_file_velocities, positions, velocities);
         return true;
     });
 }

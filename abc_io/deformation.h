@@ -17,8 +17,14 @@ struct MovingPoints
     std::size_t sample_count = 0;                     ///< samples to choose from; a property with fewer is clamped
     bool keep_identity = true;                        ///< point i is the same point in every sample
     BlendRounding rounding = BlendRounding::FLOAT_PRODUCTS; ///< of blends and differences
-    const StaticPositions* kept = nullptr;                  ///< where unchanging positions are kept; may be null
+    const StaticPositions* kept = nullptr; ///< where unchanging positions are kept for the next time; null: nowhere
 };
+
+/// Where a bound object keeps its unchanging positions; null for an object that the host made itself.
+inline const StaticPositions* kept_with(const Alembic::Abc::IObject& object)
+{
+    return dynamic_cast<const StaticPositions*>(&object);
+}
 
 /// Positions at `time` (seconds) and the velocity of each (units per second), one element per point in stored order.
 /// Stored velocities (of the earlier sample) are used unless `ignore_velocities`, or they are as many as the positions

@@ -20,10 +20,10 @@ std::size_t position_sample_count(const ISubDSchema& schema)
     return schema.getNumSamples();
 }
 
-/// Positions between samples and velocities of any schema that has both.
+/// Positions between samples and velocities of any schema that has both. `kept`: see MovingPoints.
 template <class Kind>
-bool evaluate(const Kind& typed, double time, bool ignore_velocities, CoreArray<GMathVec3<float>>& positions,
-              CoreArray<GMathVec3<float>>& velocities)
+bool evaluate(const Kind& typed, const StaticPositions* kept, double time, bool ignore_velocities,
+              CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
     const auto& schema = typed.getSchema();
     MovingPoints points;
@@ -31,7 +31,7 @@ bool evaluate(const Kind& typed, double time, bool ignore_velocities, CoreArray<
     points.velocities = schema.getVelocitiesProperty();
     points.sampling = positions_sampling(schema, typed);
     points.sample_count = points.positions.getNumSamples();
-    points.kept = dynamic_cast<const StaticPositions*>(&typed);
+    points.kept = kept;
     evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
     return true;
 }
@@ -76,8 +76,9 @@ bool AbcInput::evaluate_mesh_deformation(const AbcInputArchiveHandle& handle, co
                                          CoreArray<GMathVec3<float>>& positions,
                                          CoreArray<GMathVec3<float>>& velocities, bool ignore_velocities)
 {
-    return with_handle_object<IPolyMesh, ISubD, ICurves>(
-        handle, [&](const auto& typed) { return evaluate(typed, time, ignore_velocities, positions, velocities); });
+    return with_handle_object<IPolyMesh, ISubD, ICurves>(handle, [&](const auto& typed) {
+        return evaluate(typed, kept_with(typed), time, ignore_velocities, positions, velocities);
+    });
 }
 
 bool AbcInput::load_mesh_deformation(const AbcFileList& files, const CoreString& object_name, const double& time,
@@ -85,7 +86,7 @@ bool AbcInput::load_mesh_deformation(const AbcFileList& files, const CoreString&
                                      bool ignore_velocities)
 {
     return with_typed_object<IPolyMesh, ISubD>(
-        files, object_name, [&](const AbcInputArchiveHandle& handle, const auto&) {
-            return evaluate_mesh_deformation(handle, time, positions, velocities, ignore_velocities);
+        files, object_name, [&](const AbcInputArchiveHandle&, const auto& typed) {
+            return evaluate(typed, nullptr, time, ignore_velocities, positions, velocities);
         });
 }

@@ -13,7 +13,8 @@ using namespace Alembic::AbcGeom;
 
 namespace {
 
-constexpr int max_object_depth = 1000;     // deeper objects are not listed, long before the stack is in danger
+constexpr int max_object_depth = 1000; // deeper objects are not listed, long before the stack is in danger
+constexpr std::size_t max_listed_objects = 10'000'000; // instances of instances can stand for any number of objects
 constexpr double progress_interval = 50.0; // milliseconds between two steps of a bar that only shows activity
 
 /// Cycles the bar from 0.1 to 1.0 and back, a step each interval.
@@ -41,18 +42,20 @@ IObject open_child(const IObject& parent, std::size_t index)
     }
 }
 
+/// `left` counts down over the whole walk.
 void list_objects(const IObject& parent, CoreHashTable<CoreString, IObject>& objects, AppProgressBar* progress,
-                  int depth)
+                  int depth, std::size_t& left)
 {
     if (depth == max_object_depth) return;
     SysTimer timer;
     const std::size_t child_count = parent.getNumChildren();
-    for (std::size_t i = 0; i < child_count; ++i) {
+    for (std::size_t i = 0; i < child_count && left > 0; ++i) {
+        --left;
         show_activity(progress, timer);
         const IObject child = open_child(parent, i);
         if (!child.valid()) continue;
         if (is_supported(child)) objects.insert(child.getFullName(), child);
-        list_objects(child, objects, progress, depth + 1);
+        list_objects(child, objects, progress, depth + 1, left);
     }
 }
 
@@ -81,5 +84,6 @@ bool AbcInternal::get_object_by_full_name(IObject root, const CoreString& full_n
 void AbcInputArchiveManager::build_file_object_list(IObject parent, CoreHashTable<CoreString, IObject>& objects,
                                                     AppProgressBar* progress)
 {
-    list_objects(parent, objects, progress, 0);
+    std::size_t left = max_listed_objects;
+    list_objects(parent, objects, progress, 0, left);
 }

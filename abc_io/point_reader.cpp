@@ -22,8 +22,9 @@ std::size_t point_sample_count(const IPointsSchema& schema, const TimeSampling& 
     return sampling.getTimeSamplingType().isAcyclic() ? std::min(count, sampling.getNumStoredTimes()) : count;
 }
 
-void evaluate(const IPoints& typed, double time, bool ignore_velocities, CoreArray<GMathVec3<float>>& positions,
-              CoreArray<GMathVec3<float>>& velocities)
+/// `kept`: see MovingPoints.
+void evaluate(const IPoints& typed, const StaticPositions* kept, double time, bool ignore_velocities,
+              CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
     const IPointsSchema& schema = typed.getSchema();
     MovingPoints points;
@@ -33,7 +34,7 @@ void evaluate(const IPoints& typed, double time, bool ignore_velocities, CoreArr
     points.sample_count = point_sample_count(schema, *points.sampling);
     points.keep_identity = schema.getIdsProperty().isConstant(); // known without reading an id
     points.rounding = BlendRounding::DOUBLE_PRODUCTS;
-    points.kept = dynamic_cast<const StaticPositions*>(&typed);
+    points.kept = kept;
     evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
 }
 
@@ -45,7 +46,7 @@ bool AbcInput::load_points(AbcInputArchiveHandle& handle, const CoreString& obje
 {
     return with_bound_object<IPoints>(handle, object_path, [&](AbcInputArchiveHandle& bound, const IPoints& points) {
         // The found object, not the handle's: another thread may have emptied the handle since.
-        evaluate(points, time, ignore_file_velocities, positions, velocities);
+        evaluate(points, nullptr, time, ignore_file_velocities, positions, velocities);
         get_property_names(bound, object_path, property_names);
         return true;
     });
@@ -56,7 +57,7 @@ bool AbcInput::load_points_geometry(const AbcInputArchiveHandle& handle, CoreArr
                                     bool ignore_file_velocities)
 {
     return with_handle_object<IPoints>(handle, [&](const IPoints& points) {
-        evaluate(points, time, ignore_file_velocities, positions, velocities);
+        evaluate(points, kept_with(points), time, ignore_file_velocities, positions, velocities);
         return true;
     });
 }
