@@ -44,8 +44,9 @@ struct Run
 class HeaderCheck
 {
 public:
-    explicit HeaderCheck(const Ogawa::FileSource& file)
+    HeaderCheck(const Ogawa::FileSource& file, std::uint64_t base)
         : file_(file)
+        , base_(base)
     {
     }
 
@@ -161,10 +162,11 @@ private:
         std::uint64_t address = 0, size = 0;
         if (!cursor.take(address) || !cursor.take(size) || address > file_.size() || size == 0)
             fail("a continuation is lost");
-        runs_.push_back({address, size});
+        runs_.push_back({base_ + address, size});
     }
 
     const Ogawa::FileSource& file_;
+    const std::uint64_t base_;
     std::vector<Run> runs_;
     bool is_second_version_ = false;
     bool messages_have_order_ = false;
@@ -172,9 +174,9 @@ private:
 
 } // namespace
 
-void check_object_header(const Ogawa::FileSource& file, std::uint64_t position)
+void check_object_header(const Ogawa::FileSource& file, std::uint64_t base, std::uint64_t position)
 {
-    HeaderCheck(file).check(position);
+    HeaderCheck(file, base).check(position);
 }
 
 } // namespace ALEMBIC_VERSION_NS
