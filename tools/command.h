@@ -13,6 +13,7 @@ using Action = std::function<void()>;
 void add_info_command(CLI::App& program, Action& action);
 void add_tree_command(CLI::App& program, Action& action);
 void add_export_command(CLI::App& program, Action& action);
+void add_render_command(CLI::App& program, Action& action);
 void add_dump_command(CLI::App& program, Action& action);
 void add_sample_command(CLI::App& program, Action& action);
 void add_keys_command(CLI::App& program, Action& action);

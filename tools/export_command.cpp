@@ -3,18 +3,15 @@
 #include "archive_session.h"
 #include "command.h"
 #include "frame_range.h"
+#include "frame_rate.h"
 #include "obj_writer.h"
 #include "object_walk.h"
 #include "ply_writer.h"
 #include "scene_geometry.h"
 #include "text.h"
-#include "time_sampling_info.h"
 #include "tool_library.h"
 #include "world_matrices.h"
 
-#include <Alembic/Abc/ArchiveInfo.h>
-#include <abc_deformation_header.h>
-#include <abc_input.h>
 #include <fmt/format.h>
 #include <vo_app_base/app_progress_bar.h>
 
@@ -69,17 +66,6 @@ ExportList list_items(const ArchiveSession& session, const ExportOptions& option
     throw options.object.empty() ? session.error(what + hint) : session.error(options.object, what + hint);
 }
 
-bool is_visible(const ArchiveSession& session, const ExportItem& item, double time)
-{
-    AbcDeformationHeader header; // read for its effect: it sets the object on the handle
-    AbcInputArchiveHandle& handle = session.get_handle();
-    const CoreString path(item.path);
-    const bool is_set = item.kind == ObjectKind::CURVES   ? AbcInput::get_curve_deformation_header(handle, path, header)
-                        : item.kind == ObjectKind::POINTS ? AbcInput::get_point_deformation_header(handle, path, header)
-                                                          : AbcInput::get_mesh_deformation_header(handle, path, header);
-    return !is_set || AbcInput::is_object_visible_at(handle, time);
-}
-
 /// Writes one file: what the list holds, at one time (seconds).
 class Exporter
 {
@@ -102,7 +88,7 @@ public:
         WorldMatrices matrices(session_, time);
         const auto each_item = [&](auto&& use) {
             for (const ExportItem& item : list_.items) {
-                if (!options_.is_visible_only || is_visible(session_, item, time)) {
+                if (!options_.is_visible_only || is_visible(session_, item.path, item.kind, time)) {
                     session_.on_object(item.path, [&] { use(item); });
                     ++object_count_;
                 }
@@ -141,11 +127,12 @@ private:
     {
         if (is_mesh(item.kind)) {
             MeshGeometry mesh = load_mesh_geometry(session_, item.path, time);
+            check_face_indices(session_, item.path, mesh);
             if (!options_.is_local) transform_geometry(matrices.get(item.path), mesh);
             writer.add_mesh(item.path, mesh);
         } else {
             CurvesGeometry curves = load_curves_geometry(session_, item.path, time);
-            if (!options_.is_local) transform_positions(matrices.get(item.path), curves.positions);
+            if (!options_.is_local) transform_positions(matrices.get(item.path), curves.curves.positions);
             writer.add_curves(item.path, curves);
         }
     }
@@ -185,32 +172,13 @@ private:
     std::string summary_;
 };
 
-/// Frames a second: as asked for, as the archive says, or as its samples look like.
-double find_frame_rate(const ArchiveSession& session, const ExportOptions& options)
-{
-    if (options.fps) return *options.fps;
-    Alembic::Abc::IArchive archive = session.get_archive();
-    std::string application, version, date, description;
-    std::uint32_t number = 0;
-    double fps = 0.0;
-    Alembic::Abc::GetArchiveInfo(archive, application, version, number, date, description, fps);
-    if (fps > 0.0) return fps;
-    // The default sampling comes last: it is there in every archive, used or not.
-    const std::uint32_t sampling_count = archive.getNumTimeSamplings();
-    for (std::uint32_t i = 1; i <= sampling_count; ++i)
-        if (const TimeSamplingInfo sampling(archive, i % sampling_count);
-            sampling.max_sample_count > 1 && sampling.frame_rate > 0.0)
-            return sampling.frame_rate;
-    throw session.error("the archive tells no frame rate. Give one with --fps.");
-}
-
 /// Writes one file, or one for each frame, and tells what is where. The progress bar is gone when this returns.
 std::string write_files(const ArchiveSession& session, const ExportOptions& options, const ExportList& list)
 {
     Exporter exporter(session, options, list);
     std::string where = options.output;
     if (options.frames) {
-        const double fps = find_frame_rate(session, options);
+        const double fps = options.fps ? *options.fps : find_frame_rate(session);
         const auto [first, last] = *options.frames;
         for (std::int64_t frame = first; frame <= last; ++frame)
             exporter.write(make_frame_path(options.output, frame), static_cast<double>(frame) / fps);

@@ -54,6 +54,7 @@ int main(int argc, char** argv)
     add_info_command(program, action);
     add_tree_command(program, action);
     add_export_command(program, action);
+    add_render_command(program, action);
     add_dump_command(program, action);
     add_sample_command(program, action);
     add_keys_command(program, action);

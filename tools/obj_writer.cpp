@@ -38,8 +38,10 @@ void ObjWriter::add_mesh(const std::string& path, const MeshGeometry& mesh)
     if (normals) normal_count_ += normals->values.get_count();
 }
 
-void ObjWriter::add_curves(const std::string& path, const CurvesGeometry& curves)
+void ObjWriter::add_curves(const std::string& path, const CurvesGeometry& geometry)
 {
+    const AbcCurveHeader& curves = geometry.curves;
+    const bool is_periodic = curves.periodicity_type == AbcCurveHeader::PERIODICITY_TYPE_PERIODIC;
     add_object(path);
     add_vectors("v", curves.positions);
     std::uint64_t first = position_count_ + 1;
@@ -50,7 +52,7 @@ void ObjWriter::add_curves(const std::string& path, const CurvesGeometry& curves
             file_.write("l");
             for (unsigned int i = 0; i < count; ++i)
                 file_.print(FMT_COMPILE(" {}"), first + i);
-            if (curves.is_periodic) file_.print(FMT_COMPILE(" {}"), first);
+            if (is_periodic) file_.print(FMT_COMPILE(" {}"), first);
             file_.write("\n");
             ++line_count_;
         }

@@ -22,7 +22,7 @@ public:
     /// fewer than three corners are left out and counted.
     void add_mesh(const std::string& path, const MeshGeometry& mesh);
     /// Each curve as a line through its control points; one that is closed returns to its first.
-    void add_curves(const std::string& path, const CurvesGeometry& curves);
+    void add_curves(const std::string& path, const CurvesGeometry& geometry);
 
     std::uint64_t get_face_count() const { return face_count_; }
     std::uint64_t get_line_count() const { return line_count_; }

@@ -41,9 +41,11 @@ constexpr KindWords kind_words[object_kind_count] = {
 class Walk
 {
 public:
-    Walk(const ArchiveSession& session, const std::function<bool(const WalkedObject&)>& visit)
+    Walk(const ArchiveSession& session, const std::function<bool(const WalkedObject&)>& visit,
+         const std::function<void(const ToolError&)>& skip)
         : session_(session)
         , visit_(visit)
+        , skip_(skip)
     {
     }
 
@@ -56,13 +58,30 @@ public:
         if (object.isInstanceRoot()) walked.instance_source = object.instanceSourcePath();
         if (!visit_(walked) || depth == max_depth || leads_back(walked)) return;
         own_paths_.push_back(object.getPtr()->getFullName());
-        const std::size_t child_count = session_.on_object(walked.path, [&] { return object.getNumChildren(); });
-        for (std::size_t i = 0; i < child_count; ++i)
-            go(session_.on_object(walked.path, [&] { return object.getChild(i); }), depth + 1);
+        std::size_t child_count = 0;
+        try_to(walked.path, [&] { child_count = object.getNumChildren(); });
+        for (std::size_t i = 0; i < child_count; ++i) {
+            IObject child;
+            if (try_to(walked.path, [&] { child = object.getChild(i); })) go(child, depth + 1);
+        }
         own_paths_.pop_back();
     }
 
 private:
+    /// False when it failed and the object is skipped.
+    template <class Read>
+    bool try_to(const std::string& path, Read&& read) const
+    {
+        try {
+            session_.on_object(path, read);
+        } catch (const ToolError& error) {
+            if (!skip_) throw;
+            skip_(error);
+            return false;
+        }
+        return true;
+    }
+
     /// Whether the object is an instance of one that it stands below.
     bool leads_back(const WalkedObject& walked) const
     {
@@ -72,6 +91,7 @@ private:
 
     const ArchiveSession& session_;
     const std::function<bool(const WalkedObject&)>& visit_;
+    const std::function<void(const ToolError&)>& skip_;
     std::uint64_t count_ = 0;
     std::vector<std::string> own_paths_; ///< of the stored objects from the start down to the present parent
 };
@@ -111,7 +131,8 @@ bool is_mesh(ObjectKind kind)
 }
 
 void walk_objects(const ArchiveSession& session, const IObject& start,
-                  const std::function<bool(const WalkedObject&)>& visit)
+                  const std::function<bool(const WalkedObject&)>& visit,
+                  const std::function<void(const ToolError&)>& skip)
 {
-    Walk(session, visit).go(start, 0);
+    Walk(session, visit, skip).go(start, 0);
 }

@@ -1,6 +1,5 @@
 #include "scene_geometry.h"
 
-#include <abc_curve_header.h>
 #include <abc_deformation_header.h>
 #include <abc_input.h>
 #include <fmt/format.h>
@@ -39,25 +38,34 @@ void keep_fitting_maps(CoreArray<Map>& maps, std::size_t corner_count)
     maps.resize(static_cast<std::size_t>(kept - maps.begin()));
 }
 
-/// The reader accepts an index that is one too high; a file for others must not have it.
-void check_face_indices(const ArchiveSession& session, const std::string& path, const MeshGeometry& mesh)
-{
-    const unsigned int* const highest = std::max_element(mesh.face_indices.begin(), mesh.face_indices.end());
-    if (highest != mesh.face_indices.end() && *highest >= mesh.positions.get_count())
-        throw session.error(path, fmt::format("a face index is {}, the mesh has {} points. Was the export interrupted?",
-                                              *highest, mesh.positions.get_count()));
-}
-
 /// Replaces positions and normals of the nearest sample by those at the time itself.
 void interpolate(const ArchiveSession& session, double time, MeshGeometry& mesh)
 {
     Positions positions, velocities;
     if (AbcInput::evaluate_mesh_deformation(session.get_handle(), time, positions, velocities, false) &&
-        positions.get_count() == mesh.positions.get_count())
+        positions.get_count() == mesh.positions.get_count()) {
         mesh.positions = std::move(positions);
+        mesh.velocities = std::move(velocities);
+    }
     CoreArray<GeometryNormalMap> normal_maps;
     if (AbcInput::evaluate_mesh_normals(session.get_handle(), time, normal_maps) && !normal_maps.is_empty())
         mesh.normal_maps = std::move(normal_maps);
+}
+
+/// Sets a geometry on the session's handle. False for what cannot be read.
+bool bind(const ArchiveSession& session, const std::string& path, ObjectKind kind, AbcDeformationHeader& header)
+{
+    AbcInputArchiveHandle& handle = session.get_handle();
+    const CoreString name(path);
+    if (kind == ObjectKind::CURVES) return AbcInput::get_curve_deformation_header(handle, name, header);
+    if (kind == ObjectKind::POINTS) return AbcInput::get_point_deformation_header(handle, name, header);
+    return AbcInput::get_mesh_deformation_header(handle, name, header);
+}
+
+/// Velocities that do not belong to the positions are none.
+void keep_fitting_velocities(const Positions& positions, Positions& velocities)
+{
+    if (velocities.get_count() != positions.get_count()) velocities.clear();
 }
 
 GMathVec3<double> column(const Matrix& matrix, int index)
@@ -88,16 +96,15 @@ MeshGeometry load_mesh_geometry(const ArchiveSession& session, const std::string
     return session.on_object(path, [&] {
         MeshGeometry mesh;
         const CoreString name(path);
-        Positions velocities;
         CoreVector<CoreString> property_names;
         AbcDeformationHeader header;
-        if (!AbcInput::load_mesh(session.get_files(), name, time, mesh.positions, velocities, mesh.face_indices,
+        if (!AbcInput::load_mesh(session.get_files(), name, time, mesh.positions, mesh.velocities, mesh.face_indices,
                                  mesh.face_counts, mesh.face_groups, mesh.group_names, mesh.uv_maps, mesh.normal_maps,
                                  property_names, nullptr) ||
             !AbcInput::get_mesh_deformation_header(session.get_handle(), name, header))
             throw session.error(path, std::string("the mesh ") + unreadable);
         if (is_homogeneous(header)) interpolate(session, time, mesh);
-        check_face_indices(session, path, mesh);
+        keep_fitting_velocities(mesh.positions, mesh.velocities);
         keep_fitting_maps(mesh.uv_maps, mesh.face_indices.get_count());
         keep_fitting_maps(mesh.normal_maps, mesh.face_indices.get_count());
         return mesh;
@@ -107,21 +114,17 @@ MeshGeometry load_mesh_geometry(const ArchiveSession& session, const std::string
 CurvesGeometry load_curves_geometry(const ArchiveSession& session, const std::string& path, double time)
 {
     return session.on_object(path, [&] {
-        AbcCurveHeader curves;
+        CurvesGeometry geometry;
         AbcDeformationHeader header;
         const CoreString name(path);
-        if (!AbcInput::load_curve(session.get_files(), name, time, curves, nullptr) ||
+        if (!AbcInput::load_curve(session.get_files(), name, time, geometry.curves, nullptr) ||
             !AbcInput::get_curve_deformation_header(session.get_handle(), name, header))
             throw session.error(path, std::string("the curves ") + unreadable);
-        CurvesGeometry geometry;
-        geometry.positions = std::move(curves.positions);
-        geometry.vertex_counts = std::move(curves.vertex_counts);
-        geometry.is_periodic = curves.periodicity_type == AbcCurveHeader::PERIODICITY_TYPE_PERIODIC;
-        Positions positions, velocities;
-        if (is_homogeneous(header) &&
-            AbcInput::evaluate_curve_deformation(session.get_handle(), time, positions, velocities, false) &&
-            positions.get_count() == geometry.positions.get_count())
-            geometry.positions = std::move(positions);
+        Positions positions;
+        if (AbcInput::evaluate_curve_deformation(session.get_handle(), time, positions, geometry.velocities, false) &&
+            is_homogeneous(header) && positions.get_count() == geometry.curves.positions.get_count())
+            geometry.curves.positions = std::move(positions);
+        keep_fitting_velocities(geometry.curves.positions, geometry.velocities);
         return geometry;
     });
 }
@@ -135,9 +138,41 @@ PointsGeometry load_points_geometry(const ArchiveSession& session, const std::st
         if (!AbcInput::load_points(session.get_handle(), CoreString(path), time, points.positions, points.velocities,
                                    false, property_names, nullptr))
             throw session.error(path, std::string("the points ") + unreadable);
-        if (points.velocities.get_count() != points.positions.get_count()) points.velocities.clear();
+        keep_fitting_velocities(points.positions, points.velocities);
         return points;
     });
+}
+
+void check_face_indices(const ArchiveSession& session, const std::string& path, const MeshGeometry& mesh)
+{
+    const unsigned int* const highest = std::max_element(mesh.face_indices.begin(), mesh.face_indices.end());
+    if (highest != mesh.face_indices.end() && *highest >= mesh.positions.get_count())
+        throw session.error(path, fmt::format("a face index is {}, the mesh has {} points. Was the export interrupted?",
+                                              *highest, mesh.positions.get_count()));
+}
+
+double find_topology_time(const ArchiveSession& session, const std::string& path, ObjectKind kind, double time)
+{
+    return session.on_object(path, [&] {
+        AbcDeformationHeader header;
+        GMathTimeSampling sampling;
+        if (!bind(session, path, kind, header) ||
+            header.deformation_type != AbcDeformationHeader::DEFORMATION_TYPE_HETEROGENEOUS ||
+            time < header.start_time || time > header.end_time)
+            return time;
+        const AbcInputArchiveHandle& handle = session.get_handle();
+        const bool is_known = is_mesh(kind)                ? AbcInput::get_mesh_sampling(handle, time, time, sampling)
+                              : kind == ObjectKind::CURVES ? AbcInput::get_curve_sampling(handle, time, time, sampling)
+                                                           : false; // points are moved along by their own reader
+        if (!is_known || sampling.get_sample_count() == 0) return time;
+        return std::min(sampling.get_start_time(), time);
+    });
+}
+
+bool is_visible(const ArchiveSession& session, const std::string& path, ObjectKind kind, double time)
+{
+    AbcDeformationHeader header; // read for its effect: it sets the object on the handle
+    return !bind(session, path, kind, header) || AbcInput::is_object_visible_at(session.get_handle(), time);
 }
 
 void transform_geometry(const Matrix& matrix, MeshGeometry& mesh)

@@ -1,0 +1,22 @@
+#include "frame_rate.h"
+
+#include "time_sampling_info.h"
+
+#include <Alembic/Abc/ArchiveInfo.h>
+
+double find_frame_rate(const ArchiveSession& session)
+{
+    Alembic::Abc::IArchive archive = session.get_archive();
+    std::string application, version, date, description;
+    std::uint32_t number = 0;
+    double fps = 0.0;
+    Alembic::Abc::GetArchiveInfo(archive, application, version, number, date, description, fps);
+    if (fps > 0.0) return fps;
+    // The default sampling comes last: it is there in every archive, used or not.
+    const std::uint32_t sampling_count = archive.getNumTimeSamplings();
+    for (std::uint32_t i = 1; i <= sampling_count; ++i)
+        if (const TimeSamplingInfo sampling(archive, i % sampling_count);
+            sampling.max_sample_count > 1 && sampling.frame_rate > 0.0)
+            return sampling.frame_rate;
+    throw session.error("the archive tells no frame rate. Give one with --fps.");
+}

@@ -1,0 +1,7 @@
+/// The frame rate of an archive.
+#pragma once
+
+#include "archive_session.h"
+
+/// Frames a second, as the archive says or as its samples look like. Throws ToolError when neither tells.
+double find_frame_rate(const ArchiveSession& session);

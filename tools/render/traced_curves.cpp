@@ -1,0 +1,183 @@
+/// Curves as round threads.
+#include "curve_segments.h"
+#include "group_colors.h"
+#include "traced_geometry.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Radii of control points, from stored ones for each point, each curve, all curves, or each end of a segment; which it is
+/// shows in their number. `fallback` where there are none that fit.
+std::vector<float> find_point_radii(const AbcCurveHeader& curves, std::size_t point_count, float fallback)
+{
+    const CoreArray<float>& radii = curves.radii;
+    const CoreArray<unsigned int>& indices = curves.radius_indices;
+    const std::size_t count = indices.is_empty() ? radii.get_count() : indices.get_count();
+    const auto radius = [&](std::size_t i) { return indices.is_empty() ? radii[i] : radii[indices[i]]; };
+    std::vector<float> result(point_count, count == 1 ? radius(0) : fallback);
+    if (count == point_count)
+        for (std::size_t i = 0; i < point_count; ++i)
+            result[i] = radius(i);
+    if (count == point_count || count <= 1) return result;
+
+    // Ends of segments: as many for a curve as its share of what there are, spread over its points.
+    const std::size_t curve_count = curves.vertex_counts.get_count();
+    const bool is_even = curve_count > 0 && count % curve_count == 0;
+    const std::size_t per_curve = is_even ? count / curve_count : 0;
+    std::size_t point = 0;
+    for (std::size_t curve = 0; is_even && curve < curve_count; ++curve) {
+        const unsigned int points = curves.vertex_counts[curve];
+        for (unsigned int i = 0; i < points; ++i, ++point) {
+            const float place = points > 1 ? static_cast<float>(i) / static_cast<float>(points - 1) : 0.0f;
+            const float end = place * static_cast<float>(per_curve - 1);
+            const std::size_t before = curve * per_curve + static_cast<std::size_t>(end);
+            const std::size_t after = std::min(before + 1, (curve + 1) * per_curve - 1);
+            const float weight = end - std::floor(end);
+            result[point] = radius(before) * (1.0f - weight) + radius(after) * weight;
+        }
+    }
+    return result;
+}
+
+/// Where a map's value for a point or a curve is: what its numbers of values and indices allow.
+class CurveMap
+{
+public:
+    template <class Map>
+    CurveMap(const Map& map, std::size_t point_count, std::size_t curve_count)
+        : indices_(map.indices)
+        , value_count_(map.values.get_count())
+        , count_(map.indices.is_empty() ? value_count_ : map.indices.get_count())
+        , is_per_point_(count_ == point_count)
+        , is_per_curve_(!is_per_point_ && count_ == curve_count)
+    {
+    }
+
+    /// False when the map has no value there.
+    bool find(std::size_t point, std::size_t curve, std::size_t& value) const
+    {
+        const std::size_t place = is_per_point_ ? point : is_per_curve_ ? curve : 0;
+        if (count_ == 0 || (!is_per_point_ && !is_per_curve_ && count_ != 1)) return false;
+        value = indices_.is_empty() ? place : indices_[place];
+        return value < value_count_;
+    }
+
+private:
+    const CoreArray<unsigned int>& indices_;
+    std::size_t value_count_, count_;
+    bool is_per_point_, is_per_curve_;
+};
+
+class TracedCurves : public TracedGeometry
+{
+public:
+    TracedCurves(RTCDevice device, WorldCurves object, float default_radius)
+        : object_(std::move(object))
+        , parts_(find_curve_segments(object_.curves))
+        , color_(make_name_color(object_.path))
+    {
+        const std::size_t point_count = object_.is_usable.size();
+        std::vector<float> radii = find_point_radii(object_.curves, point_count, default_radius / object_.radius_scale);
+        for (float& radius : radii)
+            radius = is_drawable({radius, 0, 0}) ? std::max(radius * object_.radius_scale, 0.0f) : 0.0f;
+        drop_unusable(radii);
+        if (parts_.segments.empty()) return;
+        create(device, parts_.is_cubic ? RTC_GEOMETRY_TYPE_ROUND_BEZIER_CURVE : RTC_GEOMETRY_TYPE_ROUND_LINEAR_CURVE,
+               object_.positions.size());
+        for (unsigned int step = 0; step < object_.positions.size(); ++step)
+            add_vertices(step, radii);
+        auto* indices = add_buffer<unsigned int>(RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT, parts_.segments.size());
+        for (const CurveSegment& segment : parts_.segments)
+            *indices++ = segment.first_vertex;
+        rtcCommitGeometry(get());
+        object_.positions.clear(); // the tracer has its own
+        parts_.widths = {};
+    }
+
+    void describe(const RTCHit& hit, float, SurfacePoint& point) const override
+    {
+        const CurveSegment& segment = parts_.segments[hit.primID];
+        const BlendedPoint& start = parts_.vertices[segment.first_vertex];
+        const BlendedPoint& end = parts_.vertices[segment.first_vertex + (parts_.is_cubic ? 3 : 1)];
+        point.geometric_normal = normalize({hit.Ng_x, hit.Ng_y, hit.Ng_z}, {0, 1, 0});
+        point.normal = point.geometric_normal;
+        point.velocity = {};
+        if (!object_.velocities.is_empty())
+            point.velocity = mix(start.of(object_.velocities), end.of(object_.velocities), hit.u);
+        const std::size_t nearest = hit.u < 0.5f ? nearest_point(start) : nearest_point(end);
+        point.color = find_color(nearest, segment.curve);
+        find_uv(nearest, segment.curve, point);
+    }
+
+private:
+    static std::size_t nearest_point(const BlendedPoint& blend)
+    {
+        const auto heaviest = std::max_element(blend.weights.begin(), blend.weights.end());
+        return blend.points[static_cast<std::size_t>(heaviest - blend.weights.begin())];
+    }
+
+    /// Drops segments with a point that cannot be drawn, or without any width.
+    void drop_unusable(const std::vector<float>& radii)
+    {
+        const auto is_bad = [&](const CurveSegment& segment) {
+            const BlendedPoint& blend = parts_.vertices[segment.first_vertex];
+            const BlendedPoint& end = parts_.vertices[segment.first_vertex + (parts_.is_cubic ? 3 : 1)];
+            bool has_width = false;
+            for (std::size_t i = 0; i < 4; ++i) {
+                if (!object_.is_usable[blend.points[i]] || !object_.is_usable[end.points[i]]) return true;
+                has_width = has_width || radii[blend.points[i]] > 0.0f || radii[end.points[i]] > 0.0f;
+            }
+            return !has_width;
+        };
+        parts_.segments.erase(std::remove_if(parts_.segments.begin(), parts_.segments.end(), is_bad),
+                              parts_.segments.end());
+    }
+
+    void add_vertices(unsigned int step, const std::vector<float>& radii)
+    {
+        auto* vertices =
+            add_buffer<std::array<float, 4>>(RTC_BUFFER_TYPE_VERTEX, step, RTC_FORMAT_FLOAT4, parts_.vertices.size());
+        for (std::size_t i = 0; i < parts_.vertices.size(); ++i) {
+            const Vec3 position = parts_.vertices[i].of(object_.positions[step]);
+            vertices[i] = {position.x, position.y, position.z, std::max(parts_.widths[i].of(radii), 0.0f)};
+        }
+    }
+
+    Vec3 find_color(std::size_t point, std::size_t curve) const
+    {
+        if (object_.curves.color_maps.is_empty()) return color_;
+        const GeometryColorMap& map = object_.curves.color_maps[0];
+        std::size_t value = 0;
+        if (!CurveMap(map, object_.is_usable.size(), object_.curves.vertex_counts.get_count())
+                 .find(point, curve, value))
+            return color_;
+        const GeometryColor& color = map.values[value];
+        return {static_cast<float>(color.red) / 255.0f, static_cast<float>(color.green) / 255.0f,
+                static_cast<float>(color.blue) / 255.0f};
+    }
+
+    void find_uv(std::size_t point, std::size_t curve, SurfacePoint& out) const
+    {
+        out.has_uv = false;
+        if (object_.curves.uv_maps.is_empty()) return;
+        const GeometryUvMap& map = object_.curves.uv_maps[0];
+        std::size_t value = 0;
+        out.has_uv =
+            CurveMap(map, object_.is_usable.size(), object_.curves.vertex_counts.get_count()).find(point, curve, value);
+        if (!out.has_uv) return;
+        out.u = map.values[value].x;
+        out.v = map.values[value].y;
+    }
+
+    WorldCurves object_;
+    CurveSegments parts_;
+    Vec3 color_;
+};
+
+} // namespace
+
+std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths)
+{
+    return std::make_unique<TracedCurves>(device, std::move(curves), 0.5f * widths.curves);
+}

@@ -1,0 +1,72 @@
+/// TracedGeometry: one object as the ray tracer has it, and what it knows of its surface.
+#pragma once
+
+#include "vector_math.h"
+#include "world_scene.h"
+
+#include <embree3/rtcore.h>
+
+#include <array>
+#include <memory>
+#include <new>
+#include <string>
+
+/// What shading asks of a point of a surface.
+struct SurfacePoint
+{
+    Vec3 normal;           ///< on the outside, length 1: stored or smooth where there is such
+    Vec3 geometric_normal; ///< of the surface that was hit, length 1
+    Vec3 color;            ///< of its group or object, or stored; linear, 0 to 1
+    Vec3 velocity;         ///< archive units a second; 0 unless the scene was made with velocities
+    float u = 0.0f, v = 0.0f;
+    bool has_uv = false;
+};
+
+/// Sizes that the archive does not tell, archive units.
+struct DefaultWidths
+{
+    float points = 0.0f, curves = 0.0f;
+};
+
+class TracedGeometry
+{
+public:
+    virtual ~TracedGeometry() = default;
+
+    /// Null when there is nothing to hit.
+    RTCGeometry get() const { return geometry_.get(); }
+    /// Fills all fields at a hit on this geometry; `time` from 0 to 1 over the shutter. Called by many threads.
+    virtual void describe(const RTCHit& hit, float time, SurfacePoint& point) const = 0;
+
+protected:
+    struct Release
+    {
+        void operator()(RTCGeometry geometry) const { rtcReleaseGeometry(geometry); }
+    };
+
+    void create(RTCDevice device, RTCGeometryType type, std::size_t step_count)
+    {
+        geometry_.reset(rtcNewGeometry(device, type));
+        rtcSetGeometryTimeStepCount(geometry_.get(), static_cast<unsigned int>(step_count));
+    }
+
+    /// A buffer of the tracer's own, to be filled; padded as the tracer wants it. Throws std::bad_alloc.
+    template <class T>
+    T* add_buffer(RTCBufferType type, unsigned int slot, RTCFormat format, std::size_t count)
+    {
+        void* const buffer = rtcSetNewGeometryBuffer(geometry_.get(), type, slot, format, sizeof(T), count);
+        if (!buffer) throw std::bad_alloc();
+        return static_cast<T*>(buffer);
+    }
+
+    std::unique_ptr<RTCGeometryTy, Release> geometry_;
+};
+
+/// Whether the ray tracer can subdivide a mesh: faces have at most 15 corners, points at most 60 faces.
+bool can_subdivide(const WorldMesh& mesh);
+
+/// Each makes the geometry of one object. Throws std::bad_alloc.
+std::unique_ptr<TracedGeometry> trace_polygons(RTCDevice device, WorldMesh mesh);
+std::unique_ptr<TracedGeometry> trace_subdivision(RTCDevice device, WorldMesh mesh);
+std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths);
+std::unique_ptr<TracedGeometry> trace_points(RTCDevice device, WorldPoints points, const DefaultWidths& widths);
