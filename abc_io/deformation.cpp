@@ -1,7 +1,7 @@
 /// Where a time falls among the samples, and what is read and blended there.
 #include "deformation.h"
 
-#include "read_array.h"
+#include "sample_pieces.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,44 +54,82 @@ public:
 private:
     void between_samples(double time, index_t floor, double floor_time, index_t ceil, double ceil_time)
     {
-        read_positions(floor, positions_);
+        const std::size_t count = point_count(floor);
         // Intended: only the earlier sample's velocities count, those of the later one are not read.
-        const bool stored = has_stored_velocities(floor);
+        const bool stored = has_stored_velocities(floor, count);
         const double seconds_after_floor = time - floor_time;
         const double per_second = 1.0 / (ceil_time - floor_time);
-        if (!source_.keep_identity || point_count(ceil) != positions_.get_count()) {
+        const BlendRounding rounding = source_.rounding;
+        if (!source_.keep_identity || point_count(ceil) != count) {
+            read_positions(floor, positions_);
             use_velocities(stored, floor);
             if (stored)
                 extrapolate(floats(positions_), floats(velocities_), float_count(positions_), seconds_after_floor,
-                            source_.rounding);
+                            rounding);
             return;
         }
-        // The later sample is read into the array that then becomes the velocities: nothing is allocated on the way.
-        read_positions(ceil, velocities_);
         const double weight = seconds_after_floor * per_second;
         if (stored) {
-            blend(floats(positions_), floats(velocities_), float_count(positions_), weight, source_.rounding);
+            combine_samples(floor, ceil, count, false, [=](float* from, float* to, std::size_t numbers) {
+                blend(from, to, numbers, weight, rounding);
+            });
             use_velocities(true, floor);
         } else {
-            blend_with_velocities(floats(positions_), floats(velocities_), float_count(positions_), weight, per_second,
-                                  source_.rounding);
+            combine_samples(floor, ceil, count, true, [=](float* from, float* to, std::size_t numbers) {
+                blend_with_velocities(from, to, numbers, weight, per_second, rounding);
+            });
         }
     }
 
     void at_sample(index_t near, double near_time)
     {
-        read_positions(near, positions_);
-        if (has_stored_velocities(near)) return use_velocities(true, near);
+        const std::size_t count = point_count(near);
         const index_t next = near + 1;
+        const bool stored = has_stored_velocities(near, count);
         // Intended: forward differences at every sample, and zero at the last one.
-        if (!source_.keep_identity || next >= static_cast<index_t>(source_.sample_count) ||
-            point_count(next) != positions_.get_count())
-            return use_velocities(false, near);
+        if (stored || !source_.keep_identity || next >= static_cast<index_t>(source_.sample_count) ||
+            point_count(next) != count) {
+            read_positions(near, positions_);
+            return use_velocities(stored, near);
+        }
         // Where a cycle ends when the next one starts, two samples share a time: nothing moves in no time.
         const double span = source_.sampling->getSampleTime(next) - near_time;
-        if (!(span > 0.0)) return use_velocities(false, near);
-        read_positions(next, velocities_);
-        difference(floats(positions_), floats(velocities_), float_count(positions_), 1.0 / span, source_.rounding);
+        if (!(span > 0.0)) {
+            read_positions(near, positions_);
+            return use_velocities(false, near);
+        }
+        combine_samples(
+            near, next, count, true,
+            [per_second = 1.0 / span, rounding = source_.rounding](float* from, float* to, std::size_t numbers) {
+                difference(from, to, numbers, per_second, rounding);
+            });
+    }
+
+    /// Reads two samples of `count` points, calls `combine(from, to, numbers)` on their numbers, and leaves what becomes of
+    /// them in the positions and, where `to` is wanted, in the velocities.
+    template <class Combine>
+    void combine_samples(index_t from, index_t to, std::size_t count, bool is_to_wanted, Combine combine)
+    {
+        const SamplePieces<GMathVec3<float>> from_pieces(source_.positions, from, count);
+        const SamplePieces<GMathVec3<float>> to_pieces(source_.positions, to, count);
+        if (kept_positions() || !can_hold<GMathVec3<float>>(source_.positions, count) || !from_pieces.is_worthwhile()) {
+            // The later sample is read into the array that then becomes the velocities: nothing is allocated on the way.
+            read_positions(from, positions_);
+            read_positions(to, velocities_);
+            combine(floats(positions_), floats(velocities_), float_count(positions_));
+            return;
+        }
+        positions_.resize_for_overwrite(count);
+        velocities_.resize_for_overwrite(count);
+        constexpr std::size_t length = piece_length<GMathVec3<float>>;
+        for (std::size_t first = 0; first < count; first += length) {
+            const std::size_t part = std::min(length, count - first);
+            // A sample that nobody wants afterwards stays in the cache, in the first piece of its array.
+            const std::size_t to_first = is_to_wanted ? first : 0;
+            from_pieces.read(first, part, positions_.get_data() + first);
+            to_pieces.read(first, part, velocities_.get_data() + to_first);
+            combine(floats(positions_) + first * 3, floats(velocities_) + to_first * 3, part * 3);
+        }
     }
 
     /// Fills the velocities from the file, or with zeros.
@@ -102,10 +140,11 @@ private:
         velocities_.fill(GMathVec3<float>(0.0f, 0.0f, 0.0f));
     }
 
-    bool has_stored_velocities(index_t sample) const
+    /// Whether there are as many stored velocities as there are positions.
+    bool has_stored_velocities(index_t sample, std::size_t count) const
     {
         return !ignore_velocities_ && source_.velocities.valid() && source_.velocities.getNumSamples() > 0 &&
-               element_count(source_.velocities, sample) == positions_.get_count();
+               element_count(source_.velocities, sample) == count;
     }
 
     std::size_t point_count(index_t sample) const

@@ -10,7 +10,6 @@
 #include "uv_maps.h"
 
 #include <vo_app_base/app_progress_bar.h>
-#include <vo_poly/reverse_poly_order.h>
 
 using namespace Alembic::AbcGeom;
 
@@ -65,15 +64,15 @@ bool read_topology(const Schema& schema, const ISampleSelector& selector, MeshAr
     read_or_empty(schema.getFaceCountsProperty(), selector, mesh.face_counts);
     const IInt32ArrayProperty indices = schema.getFaceIndicesProperty();
     if (!face_counts_add_up(mesh.face_counts, element_count(indices, selector))) return false;
-    read_or_empty(indices, selector, mesh.face_indices);
-    // Intended: an index equal to the number of positions is accepted, only a greater one is corrupt.
-    if (!indices_are_at_most(mesh.face_indices, mesh.positions.get_count())) {
-        mesh.face_indices.resize(0); // the caller must not meet an index that leads out of the positions
-        return false;
+    if (element_count(indices, selector) == 0) {
+        mesh.face_indices.resize(0);
+        return true;
     }
-    // The host winds polygons the other way round.
-    reverse_poly_order(mesh.face_counts, mesh.face_indices);
-    return true;
+    // Intended: an index equal to the number of positions is accepted, only a greater one is corrupt.
+    const std::uint64_t end = std::uint64_t(mesh.positions.get_count()) + 1;
+    if (read_corner_indices(indices, selector, end, mesh.face_counts, mesh.face_indices)) return true;
+    mesh.face_indices.resize(0); // the caller must not meet an index that leads out of the positions
+    return false;
 }
 
 void read_normals(const IPolyMeshSchema& schema, const ISampleSelector& selector, MeshArrays& mesh)

@@ -4,14 +4,16 @@
 #include "blend.h"
 #include "indexed_parameter.h"
 
-#include <vo_poly/reverse_poly_order.h>
-
 #include <cmath>
 
 using namespace Alembic::AbcGeom;
 
-bool read_normal_map(const IN3fGeomParam& normals, const ISampleSelector& selector, std::size_t index_count,
-                     CoreArray<GeometryNormalMap>& normal_maps)
+namespace {
+
+/// `read_indices(value_count, indices)` fills the map's indices, of which there are to be `index_count`.
+template <class ReadIndices>
+bool read_map(const IN3fGeomParam& normals, const ISampleSelector& selector, std::size_t index_count,
+              CoreArray<GeometryNormalMap>& normal_maps, ReadIndices read_indices)
 {
     const std::size_t value_count = parameter_value_count(normals, selector);
     if (value_count == 0 || parameter_index_count(normals, selector) != index_count) return false;
@@ -19,21 +21,32 @@ bool read_normal_map(const IN3fGeomParam& normals, const ISampleSelector& select
     normal_maps.resize(1);
     GeometryNormalMap& map = normal_maps[0];
     map.name = CoreString(normals.getName());
-    if (!read_array(IN3fGeomParam(normals).getValueProperty(), selector, map.values) ||
-        !read_parameter_indices(normals, selector, value_count, map.indices)) {
-        normal_maps.resize(0);
-        return false;
-    }
-    return true;
+    if (read_array(IN3fGeomParam(normals).getValueProperty(), selector, map.values) &&
+        read_indices(value_count, map.indices))
+        return true;
+    normal_maps.resize(0);
+    return false;
+}
+
+} // namespace
+
+bool read_normal_map(const IN3fGeomParam& normals, const ISampleSelector& selector, std::size_t index_count,
+                     CoreArray<GeometryNormalMap>& normal_maps)
+{
+    return read_map(normals, selector, index_count, normal_maps,
+                    [&](std::size_t value_count, CoreArray<unsigned int>& indices) {
+                        return read_parameter_indices(normals, selector, value_count, indices);
+                    });
 }
 
 bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& selector,
                          const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
                          CoreArray<GeometryNormalMap>& normal_maps)
 {
-    if (!read_normal_map(normals, selector, corner_count, normal_maps)) return false;
-    reverse_poly_order(face_counts, normal_maps[0].indices);
-    return true;
+    return read_map(normals, selector, corner_count, normal_maps,
+                    [&](std::size_t value_count, CoreArray<unsigned int>& indices) {
+                        return read_corner_parameter_indices(normals, selector, value_count, face_counts, indices);
+                    });
 }
 
 NormalsSpan find_normals_span(const IN3fGeomParam& normals, double time)

@@ -51,6 +51,14 @@ inline std::size_t element_count(const Alembic::Abc::IArrayProperty& property,
     return dimensions.numPoints();
 }
 
+/// Whether a host array of T can hold a sample of `count` elements of the property, element for element.
+template <class T>
+bool can_hold(const Alembic::Abc::IArrayProperty& property, std::size_t count)
+{
+    return property.valid() && property.getNumSamples() > 0 && has_layout_of<T>(property.getDataType()) &&
+           count <= std::numeric_limits<unsigned int>::max();
+}
+
 /// Reads one sample of an array property into `values`: one allocation (none when it fits), one read, no copy. The
 /// selector is applied to the property's own sampling; an index beyond its last sample reads that one. Old values are not
 /// kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no samples, or when
@@ -59,10 +67,8 @@ template <class T>
 bool read_array(const Alembic::Abc::IArrayProperty& property, const Alembic::Abc::ISampleSelector& selector,
                 CoreArray<T>& values)
 {
-    if (!property.valid() || property.getNumSamples() == 0) return false;
-    if (!has_layout_of<T>(property.getDataType())) return false;
     const std::size_t count = element_count(property, selector);
-    if (count > std::numeric_limits<unsigned int>::max()) return false; // more than a host array can hold
+    if (!can_hold<T>(property, count)) return false;
     values.resize_for_overwrite(count);
     if (count > 0) Alembic::Abc::IArrayProperty(property).getAs(values.get_data(), selector); // getAs is not const
     return true;

@@ -2,9 +2,7 @@
 #include "uv_maps.h"
 
 #include "indexed_parameter.h"
-#include "topology.h"
-
-#include <vo_poly/reverse_poly_order.h>
+#include "sample_pieces.h"
 
 #include <string>
 #include <utility>
@@ -13,6 +11,32 @@
 using namespace Alembic::AbcGeom;
 
 namespace {
+
+/// Texture coordinates as archives store them.
+struct UvPair
+{
+    float u, v;
+};
+
+} // namespace
+
+template <>
+struct ElementLayout<UvPair>
+{
+    using Scalar = float;
+    static constexpr std::size_t extent = 2;
+};
+
+namespace {
+
+/// (u, v) to (u, v, 0), from front to back.
+void spread(const float* pairs, std::size_t count, GMathVec3<float>* triples)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        const float u = pairs[2 * i], v = pairs[2 * i + 1];
+        triples[i] = GMathVec3<float>(u, v, 0.0f);
+    }
+}
 
 /// A UV set whose counts fit the mesh.
 struct UvSet
@@ -50,11 +74,8 @@ bool read_set(const UvSet& set, const ISampleSelector& selector, const UvMesh& m
     map.name = set.name;
     if (!read_uv_values(set.parameter, selector, map.values)) return false;
     const std::size_t value_count = map.values.get_count();
-    if (set.is_face_varying) {
-        if (!read_parameter_indices(set.parameter, selector, value_count, map.indices)) return false;
-        reverse_poly_order(mesh.face_counts, map.indices);
-        return true;
-    }
+    if (set.is_face_varying)
+        return read_corner_parameter_indices(set.parameter, selector, value_count, mesh.face_counts, map.indices);
     // One per point: the mesh's own indices lead to them. Those may be as large as the number of points, not larger.
     if (value_count <= mesh.point_count && !indices_are_below(mesh.face_indices, value_count)) return false;
     map.indices = mesh.face_indices;
@@ -65,18 +86,24 @@ bool read_set(const UvSet& set, const ISampleSelector& selector, const UvMesh& m
 
 bool read_uv_values(const IV2fGeomParam& uvs, const ISampleSelector& selector, CoreArray<GMathVec3<float>>& values)
 {
-    IV2fArrayProperty property = IV2fGeomParam(uvs).getValueProperty();
-    const std::size_t count = element_count(property, selector);
-    if (count == 0) return false;
+    const IV2fArrayProperty property = IV2fGeomParam(uvs).getValueProperty();
+    const SamplePieces<UvPair> pieces(property, selector, element_count(property, selector));
+    const std::size_t count = pieces.size();
+    if (count == 0 || !can_hold<UvPair>(property, count)) return false;
     values.resize_for_overwrite(count);
-    // The pairs are read into the last two thirds of the array and then spread out from the front: a triple never
-    // reaches the pairs that are still to come.
-    float* const numbers = &values.get_data()->x;
-    const float* const pairs = numbers + count;
-    property.getAs(numbers + count, selector);
-    for (std::size_t i = 0; i < count; ++i) {
-        const float u = pairs[2 * i], v = pairs[2 * i + 1];
-        values[i] = GMathVec3<float>(u, v, 0.0f);
+    const bool is_whole = !pieces.is_worthwhile();
+    const std::size_t length = is_whole ? count : piece_length<GMathVec3<float>>;
+    for (std::size_t first = 0; first < count; first += length) {
+        // The pairs are read into the last two thirds of their piece and then spread out from its front: a triple never
+        // reaches the pairs that are still to come.
+        const std::size_t part = std::min(length, count - first);
+        GMathVec3<float>* const triples = values.get_data() + first;
+        float* const pairs = &triples->x + part;
+        if (is_whole)
+            property.getAs(pairs, selector);
+        else
+            pieces.read(first, part, reinterpret_cast<UvPair*>(pairs));
+        spread(pairs, part, triples);
     }
     return true;
 }

@@ -104,6 +104,14 @@ void IArrayProperty::getAs(void* sample, const ISampleSelector& selector) const
     ALEMBIC_ABC_SAFE_CALL_END();
 }
 
+bool IArrayProperty::getPart(void* sample, uint64_t first, size_t count, const ISampleSelector& selector) const
+{
+    ALEMBIC_ABC_SAFE_CALL_BEGIN("IArrayProperty::getPart()");
+    if (property_) return property_->getPart(selector.index_in(*property_), first, count, sample);
+    ALEMBIC_ABC_SAFE_CALL_END();
+    return false;
+}
+
 bool IArrayProperty::getKey(AbcA::ArraySampleKey& key, const ISampleSelector& selector) const
 {
     ALEMBIC_ABC_SAFE_CALL_BEGIN("IArrayProperty::getKey()");

@@ -17,13 +17,13 @@ bool are_all(const unsigned int* counts, unsigned int count)
     return difference == 0;
 }
 
-// Two corners at a time: swapping the halves of each pair and the pairs themselves turns a quad round.
 void reverse_quad(unsigned int* corners)
 {
-    std::uint64_t pairs[2];
-    std::memcpy(pairs, corners, sizeof(pairs));
-    const std::uint64_t turned[2] = {pairs[1] << 32 | pairs[1] >> 32, pairs[0] << 32 | pairs[0] >> 32};
-    std::memcpy(corners, turned, sizeof(turned));
+    using Quad [[gnu::vector_size(16)]] = unsigned int;
+    Quad quad;
+    std::memcpy(&quad, corners, sizeof(quad));
+    quad = __builtin_shufflevector(quad, quad, 3, 2, 1, 0);
+    std::memcpy(corners, &quad, sizeof(quad));
 }
 
 void reverse_triangle(unsigned int* corners)
@@ -44,12 +44,11 @@ void reverse_few(unsigned int* corners, unsigned int count)
 
 } // namespace
 
-void reverse_poly_order(const CoreArray<unsigned int>& counts, CoreArray<unsigned int>& indices)
+std::size_t reverse_whole_polygons(const unsigned int*& count, const unsigned int* counts_end, unsigned int* indices,
+                                   std::size_t index_count)
 {
-    const unsigned int* count = counts.get_data();
-    const unsigned int* const counts_end = count + counts.get_count();
-    unsigned int* corners = indices.get_data();
-    std::size_t left = indices.get_count(); // indices from `corners` on
+    unsigned int* corners = indices;
+    std::size_t left = index_count; // indices from `corners` on
 
     while (count != counts_end) {
         const bool is_block = static_cast<std::size_t>(counts_end - count) >= block_polygons;
@@ -68,7 +67,7 @@ void reverse_poly_order(const CoreArray<unsigned int>& counts, CoreArray<unsigne
         } else {
             const unsigned int* const stop = is_block ? count + block_polygons : counts_end;
             for (; count != stop; ++count) {
-                if (*count > left) return;
+                if (*count > left) return index_count - left;
                 if (*count >= 2 && *count <= 5)
                     reverse_few(corners, *count);
                 else if (*count > 5)
@@ -78,4 +77,11 @@ void reverse_poly_order(const CoreArray<unsigned int>& counts, CoreArray<unsigne
             }
         }
     }
+    return index_count - left;
+}
+
+void reverse_poly_order(const CoreArray<unsigned int>& counts, CoreArray<unsigned int>& indices)
+{
+    const unsigned int* count = counts.get_data();
+    reverse_whole_polygons(count, count + counts.get_count(), indices.get_data(), indices.get_count());
 }

@@ -80,15 +80,20 @@ protected:
     Points positions_, velocities_;
 };
 
+/// The same for few points, and for so many that they are read and blended in pieces.
+class MeshDeformationOfSize : public MeshDeformation, public testing::WithParamInterface<std::size_t>
+{
+};
+
 } // namespace
 
-TEST_F(MeshDeformation, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHolds)
+TEST_P(MeshDeformationOfSize, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHolds)
 {
     std::mt19937 random(seed);
     const std::vector<double> times = {-0.5, 0.25, 1.0, 4.0};
     Samples samples;
     for (std::size_t i = 0; i < times.size(); ++i)
-        samples.push_back(random_points(random, 1001));
+        samples.push_back(random_points(random, GetParam()));
     write_archive(file_.path(), [&](AbcG::OObject top) {
         add_moving(
             top, "cloth",
@@ -134,6 +139,8 @@ TEST_F(MeshDeformation, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHo
     EXPECT_EQ(positions, positions_);
     EXPECT_EQ(velocities, velocities_);
 }
+
+INSTANTIATE_TEST_SUITE_P(FewAndMany, MeshDeformationOfSize, testing::Values(1001u, 200003u));
 
 TEST_F(MeshDeformation, SamplesThatShareATimeGiveFiniteValues)
 {

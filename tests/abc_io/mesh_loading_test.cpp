@@ -6,6 +6,9 @@
 #include <vo_geometry/geometry_normal_map.h>
 #include <vo_geometry/geometry_uv_map.h>
 
+#include <algorithm>
+#include <random>
+
 using namespace abc_archives;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -85,6 +88,64 @@ TEST_F(MeshLoading, PolygonsAreTurnedRoundAndProgressIsShown)
     EXPECT_THAT(mesh_.group_names, ElementsAre(CoreString("default")));
     EXPECT_EQ(mesh_.uv_maps.get_count(), 0u);
     EXPECT_EQ(progress.get_value(), 1.0f);
+}
+
+TEST_F(MeshLoading, LargeMeshesAreTurnedRoundFaceByFace)
+{
+    constexpr std::size_t corner_count = 700'000, point_count = 300'000;
+    std::mt19937 random(7);
+    Ints counts, indices, value_indices;
+    std::size_t corners = 0;
+    for (std::size_t face = 0; corners < corner_count; ++face) {
+        // One face is longer than any piece that a large array is read in.
+        std::size_t count = face == 1000 ? 70'000 : 3 + random() % 5;
+        count = std::min(count, corner_count - corners);
+        counts.push_back(std::int32_t(count));
+        corners += count;
+    }
+    for (std::size_t i = 0; i < corner_count; ++i) {
+        indices.push_back(std::int32_t(random() % point_count));
+        value_indices.push_back(std::int32_t(random() % point_count));
+    }
+    std::vector<AbcG::V3f> points;
+    std::vector<AbcG::V2f> uvs;
+    for (std::size_t i = 0; i < point_count; ++i) {
+        points.emplace_back(float(i), 1.0f, -float(i));
+        uvs.emplace_back(float(i), -float(i));
+    }
+    const std::vector<std::uint32_t> map_indices(value_indices.begin(), value_indices.end());
+    const auto write = [&](std::int32_t last_index) {
+        indices.back() = last_index;
+        write_archive(file_.path(), [&](AbcG::OObject top) {
+            AbcG::OPolyMeshSchema::Sample sample(AbcG::P3fArraySample(points), indices, counts);
+            sample.setNormals(AbcG::ON3fGeomParam::Sample(AbcG::N3fArraySample(points.data(), point_count), map_indices,
+                                                          AbcG::kFacevaryingScope));
+            sample.setUVs(AbcG::OV2fGeomParam::Sample(uvs, map_indices, AbcG::kFacevaryingScope));
+            AbcG::OPolyMesh(top, "large").getSchema().set(sample);
+        });
+    };
+    write(0);
+    ASSERT_TRUE(mesh_.load(files_, "/large"));
+    std::size_t first = 0;
+    for (const std::int32_t count : counts) {
+        for (Ints* const turned : {&indices, &value_indices})
+            std::reverse(turned->data() + first, turned->data() + first + count);
+        first += std::size_t(count);
+    }
+    EXPECT_TRUE(std::equal(indices.begin(), indices.end(), mesh_.face_indices.begin(), mesh_.face_indices.end()));
+    ASSERT_EQ(mesh_.normal_maps.get_count(), 1u);
+    ASSERT_EQ(mesh_.uv_maps.get_count(), 1u);
+    for (const auto& map_indices_read : {mesh_.normal_maps[0].indices, mesh_.uv_maps[0].indices})
+        EXPECT_TRUE(
+            std::equal(value_indices.begin(), value_indices.end(), map_indices_read.begin(), map_indices_read.end()));
+    for (std::size_t i = 0; i < point_count; ++i) {
+        ASSERT_EQ(mesh_.positions[i], Vec3(float(i), 1.0f, -float(i)));
+        ASSERT_EQ(mesh_.uv_maps[0].values[i], Vec3(float(i), -float(i), 0.0f));
+    }
+
+    write(std::int32_t(point_count) + 1); // only the last piece shows it
+    EXPECT_FALSE(mesh_.load(files_, "/large"));
+    EXPECT_THAT(log_.take(), ElementsAre(HasSubstr("is corrupted")));
 }
 
 TEST_F(MeshLoading, TheNearestSampleIsTakenAndFaceSetsFromTheirFirst)

@@ -38,6 +38,11 @@ CompoundPropertyReaderPtr BasePropertyReader::asCompoundPtr()
     return CompoundPropertyReaderPtr();
 }
 
+bool ArrayPropertyReader::getPart(index_t, uint64_t, size_t, void*)
+{
+    return false;
+}
+
 ScalarPropertyReaderPtr CompoundPropertyReader::getScalarProperty(size_t i)
 {
     return getScalarProperty(getPropertyHeader(i).getName());

@@ -53,6 +53,20 @@ void ArrayPropertyReader::getAs(AbcA::index_t sample, void* intoLocation, AbcA::
         read_array_as(data, type, dimensions.numPoints(), intoLocation, pod);
 }
 
+bool ArrayPropertyReader::getPart(AbcA::index_t sampleIndex, Util::uint64_t first, std::size_t count,
+                                  void* intoLocation)
+{
+    const AbcA::DataType& type = getHeader().getDataType();
+    if (is_text(type.getPod())) return false;
+    const Ogawa::DataReader data = stored_data(sampleIndex);
+    require_data(data);
+    const std::uint64_t points = guess_point_count(data, type); // of numbers, the dimensions always say the same
+    if (first > points || count > points - first)
+        ABCA_THROW("Elements " << first << " to " << first << " + " << count << " of " << points << " were asked for");
+    read_array_part(data, type, first, count, intoLocation);
+    return true;
+}
+
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreOgawa
 } // namespace Alembic

@@ -20,6 +20,7 @@ public:
     void getDimensions(AbcA::index_t sampleIndex, AbcA::Dimensions& dim) override;
     bool isScalarLike() override { return record().scalar_like; }
     void getAs(AbcA::index_t sample, void* intoLocation, AbcA::PlainOldDataType pod) override;
+    bool getPart(AbcA::index_t sampleIndex, Util::uint64_t first, std::size_t count, void* intoLocation) override;
 };
 
 } // namespace ALEMBIC_VERSION_NS

@@ -78,14 +78,6 @@ bool fits(std::uint64_t points, std::uint64_t payload, const AbcA::DataType& typ
     return is_text(type.getPod()) ? bytes <= payload : bytes == payload;
 }
 
-/// The number of elements, worked out without stored dimensions.
-std::uint64_t guess_point_count(const Ogawa::DataReader& data, const AbcA::DataType& type)
-{
-    if (is_text(type.getPod())) return stored_text_count(data, type.getPod()) / type.getExtent();
-    const std::uint64_t element = type.getNumBytes();
-    return payload_size(data) / element + (payload_size(data) % element != 0);
-}
-
 } // namespace
 
 void require_data(const Ogawa::DataReader& data)
@@ -98,6 +90,13 @@ std::uint64_t payload_size(const Ogawa::DataReader& data)
     if (data.size() > 0 && data.size() < Ogawa::digest_size)
         ABCA_THROW("Incorrect data, expected to be empty or to have a key and data");
     return data.size() > 0 ? data.size() - Ogawa::digest_size : 0;
+}
+
+std::uint64_t guess_point_count(const Ogawa::DataReader& data, const AbcA::DataType& type)
+{
+    if (is_text(type.getPod())) return stored_text_count(data, type.getPod()) / type.getExtent();
+    const std::uint64_t element = type.getNumBytes();
+    return payload_size(data) / element + (payload_size(data) % element != 0);
 }
 
 AbcA::Dimensions read_dimensions(const Ogawa::DataReader& data, const Ogawa::DataReader& stored,
@@ -120,11 +119,19 @@ void read_array(const Ogawa::DataReader& data, const AbcA::DataType& type, std::
         read_text(data, type.getPod(), into, points * type.getExtent());
         return;
     }
+    read_array_part(data, type, 0, points, into);
+}
+
+void read_array_part(const Ogawa::DataReader& data, const AbcA::DataType& type, std::uint64_t first,
+                     std::uint64_t points, void* into)
+{
     const std::uint64_t stored = payload_size(data);
-    data.read(data.size() - stored, into, static_cast<std::size_t>(stored));
-    const std::uint64_t missing = points * type.getNumBytes() - stored;
-    if (missing > 0) // the bytes end inside an element: the rest of it reads as zero
-        std::memset(static_cast<char*>(into) + stored, 0, static_cast<std::size_t>(missing));
+    const std::uint64_t begin = first * type.getNumBytes();
+    const std::uint64_t wanted = points * type.getNumBytes();
+    const std::uint64_t there = begin < stored ? std::min(stored - begin, wanted) : 0;
+    data.read(data.size() - stored + std::min(begin, stored), into, static_cast<std::size_t>(there));
+    if (there < wanted) // the bytes end inside an element: the rest of it reads as zero
+        std::memset(static_cast<char*>(into) + there, 0, static_cast<std::size_t>(wanted - there));
 }
 
 void read_array_as(const Ogawa::DataReader& data, const AbcA::DataType& type, std::uint64_t points, void* into,

@@ -27,11 +27,18 @@ std::uint64_t payload_size(const Ogawa::DataReader& data);
 AbcA::Dimensions read_dimensions(const Ogawa::DataReader& data, const Ogawa::DataReader& stored,
                                  const AbcA::DataType& type);
 
+/// The number of elements that the stored bytes hold, whatever the dimensions say.
+std::uint64_t guess_point_count(const Ogawa::DataReader& data, const AbcA::DataType& type);
+
 /// Reads `points` elements of `type`, the number that read_dimensions() gave, to `into`: that many times extent numbers
 /// or constructed std::string / std::wstring.
 void read_array(const Ogawa::DataReader& data, const AbcA::DataType& type, std::uint64_t points, void* into);
 
-/// The same for numbers that become numbers of another type, see convert_numbers().
+/// Reads `points` numbers times extent from element `first` on; both within guess_point_count().
+void read_array_part(const Ogawa::DataReader& data, const AbcA::DataType& type, std::uint64_t first,
+                     std::uint64_t points, void* into);
+
+/// As read_array(), for numbers that become numbers of another type, see convert_numbers().
 void read_array_as(const Ogawa::DataReader& data, const AbcA::DataType& type, std::uint64_t points, void* into,
                    AbcA::PlainOldDataType pod);
 

@@ -130,6 +130,28 @@ TEST(OgawaReaderSamples, TheRestOfAnElementThatIsCutReadsAsZero)
     EXPECT_EQ(doubles[2], -1.0) << "no more is written than there are elements";
 }
 
+TEST(OgawaReaderSamples, PartsTogetherAreTheWhole)
+{
+    const OpenBytes opened = open_array(
+        float_array, {digest + bytes_of(1.0f) + bytes_of(2.0f) + bytes_of(3.0f) + "\1", bytes_of(std::uint64_t(4))});
+    const AbcA::ArrayPropertyReaderPtr a = opened.properties()->getArrayProperty("a");
+    float whole[4], parts[4];
+    a->getAs(0, whole, AbcA::kFloat32POD);
+    for (const std::size_t first : {0u, 1u, 3u, 4u}) {
+        std::fill_n(parts, 4, -1.0f);
+        ASSERT_TRUE(a->getPart(0, 0, first, parts));
+        ASSERT_TRUE(a->getPart(0, first, 4 - first, parts + first));
+        EXPECT_EQ(std::memcmp(parts, whole, sizeof whole), 0) << first;
+    }
+    EXPECT_THROW(a->getPart(0, 2, 3, parts), Alembic::Util::Exception);
+    EXPECT_THROW(a->getPart(0, ~std::uint64_t(0), 2, parts), Alembic::Util::Exception);
+    EXPECT_THROW(a->getPart(1, 0, 1, parts), Alembic::Util::Exception);
+
+    const std::uint32_t strings = array | pod(AbcA::kStringPOD) | extent(1);
+    const OpenBytes texts = open_array(strings, {digest + std::string("a\0", 2), ""});
+    EXPECT_FALSE(texts.properties()->getArrayProperty("a")->getPart(0, 0, 1, parts));
+}
+
 TEST(OgawaReaderSamples, StringsEndAtTheirZeros)
 {
     const std::uint32_t strings = array | pod(AbcA::kStringPOD) | extent(1);

@@ -41,6 +41,10 @@ public:
     void getAs(void* sample, PlainOldDataType pod, const ISampleSelector& selector = ISampleSelector()) const;
     void getAs(void* sample, const ISampleSelector& selector = ISampleSelector()) const;
 
+    /// Reads `count` elements from element `first` on, as stored; an addition of this library, announced by
+    /// ALEMBIC_HAS_PARTIAL_READS. False where the archive's back end can only read whole samples, and on an error.
+    bool getPart(void* sample, uint64_t first, size_t count, const ISampleSelector& selector = ISampleSelector()) const;
+
     /// Identifies the sample's contents without reading them. False when nothing is stored.
     bool getKey(AbcA::ArraySampleKey& key, const ISampleSelector& selector = ISampleSelector()) const;
     /// Elements along each dimension, without reading the data.

@@ -39,6 +39,11 @@ public:
     /// Reads into the caller's memory, which holds number of elements * extent values of type `pod`. Numbers convert
     /// like a cast, clamped to the target's limits; throws for a conversion to or from strings.
     virtual void getAs(index_t sample, void* intoLocation, PlainOldDataType pod) = 0;
+
+    /// This library's own addition, announced by ALEMBIC_HAS_PARTIAL_READS: reads `count` elements from element `first`
+    /// on into the caller's memory, as stored. False, nothing read, where the back end cannot read a part for less than
+    /// the whole (the default), and for texts. Throws for a bad index and for elements beyond the sample's.
+    virtual bool getPart(index_t sampleIndex, uint64_t first, size_t count, void* intoLocation);
 };
 
 } // namespace ALEMBIC_VERSION_NS
