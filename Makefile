@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 # A folder beside this repository that holds the archive conformance runner; its checks join `make test` when found.
 KIT ?= $(firstword $(patsubst %/conformance/run.sh,%,$(wildcard ../*/conformance/run.sh)))
 
-.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench install-deps format clean
+.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench package install-deps format clean
 
 all: build
 
@@ -48,6 +48,9 @@ endif
 
 bench: build
 	@scripts/bench.sh build/release
+
+package: build
+	@cd build/release && cpack
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -1,0 +1,43 @@
+# `make package`: Debian packages with CPack. They install under /opt, since /usr may hold another Alembic, and leave links
+# in /usr (packaging/link_into_usr.cmake).
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "${PROJECT_NAME}")
+set(CPACK_PACKAGE_CONTACT "${PROJECT_NAME} developers <developers@localhost>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /opt/${PROJECT_NAME})
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_COMPONENTS_ALL runtime dev tools)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/link_into_usr.cmake)
+if(use_bundled_alembic)
+    # A target can be exported in one component alone: the parts of `alembic` are dealt out by a script.
+    list(PREPEND CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/deal_out_alembic.cmake)
+    set(CPACK_ALEMBIC_INSTALL_SCRIPT ${PROJECT_BINARY_DIR}/alembic/cmake_install.cmake)
+endif()
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Whom our libraries and programs need among the system's packages is read out of them; our own are named below.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+
+set(runtime_package libvo-abc-io${PROJECT_VERSION_MAJOR})
+set(same_runtime "${runtime_package} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Alembic archives for a host application, shared libraries")
+set(CPACK_DEBIAN_DEV_PACKAGE_NAME libvo-abc-io-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_COMPONENT_DEV_DESCRIPTION "Alembic archives for a host application, headers and build files")
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${same_runtime}, libimath-dev")
+if(NOT use_bundled_alembic)
+    string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libalembic-dev")
+endif()
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME vo-abc-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION graphics)
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION "vo_abc, the command line tool that looks into Alembic archives")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${same_runtime}")
+
+include(CPack)

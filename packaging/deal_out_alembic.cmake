@@ -1,0 +1,15 @@
+# Run by CPack on the staged components: our Alembic's library joins `runtime`, its headers and CMake package join `dev`.
+set(whole ${CPACK_TEMPORARY_DIRECTORY}/alembic.whole)
+set(prefix ${CPACK_PACKAGING_INSTALL_PREFIX})
+execute_process(COMMAND ${CMAKE_COMMAND} -E env --unset=DESTDIR ${CMAKE_COMMAND} -DCMAKE_INSTALL_COMPONENT=alembic
+    -DCMAKE_INSTALL_PREFIX=${whole} -DCMAKE_INSTALL_DO_STRIP=ON -P ${CPACK_ALEMBIC_INSTALL_SCRIPT} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB_RECURSE files RELATIVE ${whole} ${whole}/*)
+foreach(file ${files})
+    set(component dev)
+    if(file MATCHES "\\.so\\.")
+        set(component runtime)
+    endif()
+    get_filename_component(folder ${file} DIRECTORY)
+    file(COPY ${whole}/${file} DESTINATION ${CPACK_TEMPORARY_DIRECTORY}/${component}${prefix}/${folder})
+endforeach()
+file(REMOVE_RECURSE ${whole})
