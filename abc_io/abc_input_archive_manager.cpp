@@ -109,9 +109,8 @@ void AbcInputArchiveManager::open(AppBase* application)
 
 void AbcInputArchiveManager::close()
 {
-    if (application_)
-        application_->register_verification_callback_for_state(AppBase::VERIFIABLE_STATE_RESOURCES, nullptr);
-    application_ = nullptr;
+    if (AppBase* const application = application_.exchange(nullptr))
+        application->register_verification_callback_for_state(AppBase::VERIFIABLE_STATE_RESOURCES, nullptr);
     const ScopedLock guard(share_lock());
     is_open_ = false;
     cache_.remove_all(); // handles that are still out keep their archives open

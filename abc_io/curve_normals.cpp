@@ -14,13 +14,13 @@ void evaluate_normals(const ICurvesSchema& schema, double time, CoreArray<Geomet
     const IN3fGeomParam normals = schema.getNormalsParam();
     const IP3fArrayProperty positions = schema.getPositionsProperty();
     if (positions.getNumSamples() == 0 || !normals.valid() || normals.getNumSamples() == 0) return;
-    const NormalsSpan span = find_normals_span(normals, time);
+    const std::optional<SampleSpan> span = find_normals_span(normals, time);
 
-    const ISampleSelector at(time, span.is_between ? ISampleSelector::kFloorIndex : ISampleSelector::kNearIndex);
-    const ISampleSelector selector = span.is_between ? ISampleSelector(span.floor) : at;
+    const ISampleSelector at(time, span ? ISampleSelector::kFloorIndex : ISampleSelector::kNearIndex);
+    const ISampleSelector selector = span ? ISampleSelector(span->floor) : at;
     if (!read_normal_map(normals, selector, element_count(positions, at), normal_maps)) return;
     // Samples of different size cannot be blended: the earlier one is taken as it is.
-    if (span.is_between) blend_normals(normals, span, normal_maps[0]);
+    if (span) blend_normals(normals, *span, time, normal_maps[0]);
 }
 
 } // namespace

@@ -2,18 +2,15 @@
 #include "deformation.h"
 
 #include "sample_pieces.h"
+#include "sample_span.h"
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Alembic::AbcGeom;
 
 namespace {
 
 using Points = CoreArray<GMathVec3<float>>;
-
-// Intended: a sample this near (seconds) is taken as it is, without blending.
-constexpr double near_enough = 0.001;
 
 float* floats(Points& points)
 {
@@ -38,27 +35,22 @@ public:
 
     void at(double time)
     {
-        const auto count = static_cast<index_t>(source_.sample_count);
         const TimeSampling& sampling = *source_.sampling;
-        const auto [near, near_time] = sampling.getNearIndex(time, count);
-        const bool between = count >= 2 && time >= sampling.getSampleTime(0) &&
-                             time <= sampling.getSampleTime(count - 1) && std::fabs(time - near_time) > near_enough;
-        if (!between) return at_sample(near, near_time);
-        const auto [floor, floor_time] = sampling.getFloorIndex(time, count);
-        const auto [ceil, ceil_time] = sampling.getCeilIndex(time, count);
-        // A sampling whose look-up finds one sample on both sides leaves nothing to blend.
-        if (ceil_time <= floor_time) return at_sample(near, near_time);
-        between_samples(time, floor, floor_time, ceil, ceil_time);
+        if (const auto span = find_sample_span(sampling, source_.sample_count, time))
+            return between_samples(time, *span);
+        const auto [near, near_time] = sampling.getNearIndex(time, static_cast<index_t>(source_.sample_count));
+        at_sample(near, near_time);
     }
 
 private:
-    void between_samples(double time, index_t floor, double floor_time, index_t ceil, double ceil_time)
+    void between_samples(double time, const SampleSpan& span)
     {
+        const index_t floor = span.floor, ceil = span.ceil;
         const std::size_t count = point_count(floor);
         // Intended: only the earlier sample's velocities count, those of the later one are not read.
         const bool stored = has_stored_velocities(floor, count);
-        const double seconds_after_floor = time - floor_time;
-        const double per_second = 1.0 / (ceil_time - floor_time);
+        const double seconds_after_floor = time - span.floor_time;
+        const double per_second = 1.0 / (span.ceil_time - span.floor_time);
         const BlendRounding rounding = source_.rounding;
         if (!source_.keep_identity || point_count(ceil) != count) {
             read_positions(floor, positions_);

@@ -16,18 +16,18 @@ void evaluate_normals(const IPolyMeshSchema& schema, double time, CoreArray<Geom
 {
     const IN3fGeomParam normals = schema.getNormalsParam();
     if (schema.getPositionsProperty().getNumSamples() == 0 || !normals.valid() || normals.getNumSamples() == 0) return;
-    const NormalsSpan span = find_normals_span(normals, time);
+    const std::optional<SampleSpan> span = find_normals_span(normals, time);
 
-    const ISampleSelector at(time, span.is_between ? ISampleSelector::kFloorIndex : ISampleSelector::kNearIndex);
+    const ISampleSelector at(time, span ? ISampleSelector::kFloorIndex : ISampleSelector::kNearIndex);
     const std::size_t corner_count = element_count(schema.getFaceIndicesProperty(), at);
     CoreArray<unsigned int> face_counts;
     if (!read_array(schema.getFaceCountsProperty(), at, face_counts)) return;
     // Polygons whose counts do not add up cannot be turned round: such a mesh has no map.
     if (!face_counts_add_up(face_counts, corner_count)) return;
 
-    const ISampleSelector selector = span.is_between ? ISampleSelector(span.floor) : at;
-    if (!read_corner_normals(normals, selector, face_counts, corner_count, normal_maps) || !span.is_between) return;
-    if (blend_normals(normals, span, normal_maps[0])) return;
+    const ISampleSelector selector = span ? ISampleSelector(span->floor) : at;
+    if (!read_corner_normals(normals, selector, face_counts, corner_count, normal_maps) || !span) return;
+    if (blend_normals(normals, *span, time, normal_maps[0])) return;
     // Intended: where the samples cannot be blended, the earlier one is taken with y and z exchanged.
     for (GMathVec3<float>& normal : normal_maps[0].values)
         std::swap(normal.y, normal.z);

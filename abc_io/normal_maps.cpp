@@ -4,8 +4,6 @@
 #include "blend.h"
 #include "indexed_parameter.h"
 
-#include <cmath>
-
 using namespace Alembic::AbcGeom;
 
 namespace {
@@ -49,34 +47,21 @@ bool read_corner_normals(const IN3fGeomParam& normals, const ISampleSelector& se
                     });
 }
 
-NormalsSpan find_normals_span(const IN3fGeomParam& normals, double time)
+std::optional<SampleSpan> find_normals_span(const IN3fGeomParam& normals, double time)
 {
-    // Intended: a sample this near (seconds) is taken as it is.
-    constexpr double near_enough = 0.001;
-    NormalsSpan span;
-    const auto count = static_cast<index_t>(normals.getNumSamples());
     const TimeSamplingPtr sampling = normals.getTimeSampling();
-    if (!sampling || count < 2) return span;
-    const double near_time = sampling->getNearIndex(time, count).second;
-    if (time < sampling->getSampleTime(0) || time > sampling->getSampleTime(count - 1)) return span;
-    if (!(std::fabs(time - near_time) > near_enough)) return span;
-    const auto [floor, floor_time] = sampling->getFloorIndex(time, count);
-    const auto [ceil, ceil_time] = sampling->getCeilIndex(time, count);
-    span.floor = floor;
-    span.ceil = ceil;
-    span.is_between = ceil_time > floor_time;
-    if (span.is_between) span.weight = (time - floor_time) / (ceil_time - floor_time);
-    return span;
+    return sampling ? find_sample_span(*sampling, normals.getNumSamples(), time) : std::nullopt;
 }
 
-bool blend_normals(const IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map)
+bool blend_normals(const IN3fGeomParam& normals, const SampleSpan& span, double time, GeometryNormalMap& map)
 {
     CoreArray<GMathVec3<float>> later;
     if (parameter_value_count(normals, span.ceil) != map.values.get_count() ||
         parameter_index_count(normals, span.ceil) != map.indices.get_count() ||
         !read_array(IN3fGeomParam(normals).getValueProperty(), span.ceil, later))
         return false;
-    blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, span.weight,
+    const double weight = (time - span.floor_time) / (span.ceil_time - span.floor_time);
+    blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, weight,
           BlendRounding::FLOAT_PRODUCTS);
     return true;
 }

@@ -1,11 +1,14 @@
 /// Normals as the host's normal map.
 #pragma once
 
+#include "sample_span.h"
+
 #include <Alembic/AbcGeom/All.h>
 #include <vo_core/core_array.h>
 #include <vo_geometry/geometry_normal_map.h>
 
 #include <cstddef>
+#include <optional>
 
 /// Fills one map with the normals at `selector` when there are `index_count` indices into them (those stored, or one for
 /// each normal). False, maps untouched, with another number of indices or without normals; false and no map when an index
@@ -19,18 +22,11 @@ bool read_corner_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const A
                          const CoreArray<unsigned int>& face_counts, std::size_t corner_count,
                          CoreArray<GeometryNormalMap>& normal_maps);
 
-/// The samples of a parameter that stand around a time, and where between them the time lies.
-struct NormalsSpan
-{
-    Alembic::Abc::index_t floor = 0;
-    Alembic::Abc::index_t ceil = 0;
-    double weight = 0.0;     ///< 0 at the floor sample, 1 at the ceiling sample
-    bool is_between = false; ///< false: outside the samples, or so near to one that it is taken as it is
-};
+/// Where `time` (seconds) falls among the normals' samples; see find_sample_span.
+std::optional<SampleSpan> find_normals_span(const Alembic::AbcGeom::IN3fGeomParam& normals, double time);
 
-/// Where `time` (seconds) falls among the normals' samples.
-NormalsSpan find_normals_span(const Alembic::AbcGeom::IN3fGeomParam& normals, double time);
-
-/// `map` holds the values of the span's floor sample; blends them with those of its ceiling sample. Not renormalised.
+/// `map` holds the values of the span's floor sample; blends them with those of its ceiling sample at `time`, which lies
+/// between the two. Not renormalised.
 /// False, map untouched, when the two samples differ in size.
-bool blend_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const NormalsSpan& span, GeometryNormalMap& map);
+bool blend_normals(const Alembic::AbcGeom::IN3fGeomParam& normals, const SampleSpan& span, double time,
+                   GeometryNormalMap& map);

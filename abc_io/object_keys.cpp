@@ -6,6 +6,8 @@
 #include <Alembic/Abc/IArchive.h>
 #include <vo_app_base/app_progress_bar.h>
 
+#include <exception>
+
 using namespace Alembic::AbcGeom;
 
 namespace {
@@ -41,8 +43,12 @@ bool set_key_if_kind(const IObject& object, CoreString& key)
 
 void set_key(const IObject& object, CoreString& key)
 {
-    static_cast<void>(set_key_if_kind<ICurves>(object, key) || set_key_if_kind<IPolyMesh>(object, key) ||
-                      set_key_if_kind<ISubD>(object, key) || set_key_if_kind<IPoints>(object, key));
+    try {
+        static_cast<void>(set_key_if_kind<ICurves>(object, key) || set_key_if_kind<IPolyMesh>(object, key) ||
+                          set_key_if_kind<ISubD>(object, key) || set_key_if_kind<IPoints>(object, key));
+    } catch (const std::exception&) {
+        // One damaged object must not cost the others their keys.
+    }
 }
 
 void set_keys(const AbcInputArchiveHandle& handle, CoreArray<CoreString>& keys,

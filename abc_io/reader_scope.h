@@ -144,7 +144,12 @@ bool bind_if_kind(AbcInputArchiveHandle& handle, const CoreString& object_path, 
     const std::shared_ptr<Alembic::Abc::IObject> object = typed;
     handle.set_shared_object(object, ObjectTypeOf<Kind>::value);
     handle.set_object_name(object_path);
-    result = read(handle, *typed);
+    try {
+        result = read(handle, *typed);
+    } catch (...) {
+        handle.delete_object(); // an object that could not be read is not to be taken for one that could
+        throw;
+    }
     return true;
 }
 
@@ -165,7 +170,7 @@ bool read_if_kind(const Alembic::Abc::IObject& object, Read& read, bool& result)
 
 /// Finds `object_path` in the handle's archive, sets it on the handle as the first of `Kinds` that it is, and returns
 /// what `read(handle, typed_object)` returns. All under the handle's lock. False, handle as it was, when there is no
-/// archive, no such object, or when it is of no such kind or damaged. Readers that must leave the handle empty on a
+/// archive, no such object, or when it is of no such kind or damaged; without an object when `read` throws. Readers that must leave the handle empty on a
 /// failure call delete_object first, under a ScopedLock of their own.
 template <class... Kinds, class Read>
 bool with_bound_object(AbcInputArchiveHandle& handle, const CoreString& object_path, Read&& read)

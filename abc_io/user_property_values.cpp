@@ -2,20 +2,19 @@
 
 #include "indexed_parameter.h"
 #include "log_message.h"
+#include "sample_span.h"
 #include "user_property_conversion.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <utility>
 
 using namespace Alembic::AbcGeom;
 
 namespace {
-
-// Intended, as for geometry: a sample this near (seconds) is taken as it is, without blending.
-constexpr double near_enough = 0.001;
 
 using Indices = CoreArray<unsigned int>;
 
@@ -117,27 +116,11 @@ bool check_indices(const UserProperty& property, const ResourceProperty& result)
                                 " elements. The archive is damaged");
 }
 
-/// Where `time` falls between two samples of the values.
-struct Span
+/// Where `time` falls between two samples of the values; none when one sample is to be taken as it is.
+std::optional<SampleSpan> find_span(const UserProperty& property, double time)
 {
-    index_t floor = 0, ceil = 0;
-    double weight = 0.0; ///< 0 at floor, 1 at ceil
-};
-
-/// False when one sample is to be taken as it is.
-bool find_span(const UserProperty& property, double time, Span& span)
-{
-    const auto count = static_cast<index_t>(sample_count(property));
-    if (count < 2 || is_constant(property)) return false;
-    const TimeSamplingPtr sampling = property.value_header().getTimeSampling();
-    const double first = sampling->getSampleTime(0), last = sampling->getSampleTime(count - 1);
-    if (!(time >= first && time <= last)) return false;
-    if (std::fabs(time - sampling->getNearIndex(time, count).second) <= near_enough) return false;
-    const auto [floor, floor_time] = sampling->getFloorIndex(time, count);
-    const auto [ceil, ceil_time] = sampling->getCeilIndex(time, count);
-    if (ceil_time <= floor_time) return false;
-    span = Span{floor, ceil, (time - floor_time) * (1.0 / (ceil_time - floor_time))};
-    return true;
+    if (is_constant(property)) return std::nullopt;
+    return find_sample_span(*property.value_header().getTimeSampling(), sample_count(property), time);
 }
 
 bool is_floating(const UserProperty& property)
@@ -180,9 +163,8 @@ bool read_nearest_property(const UserProperty& property, double time, ResourcePr
 
 bool interpolate_property(const UserProperty& property, double time, ResourceProperty& result)
 {
-    Span span;
-    if (!is_floating(property) || !find_span(property, time, span))
-        return read_nearest_property(property, time, result);
+    const std::optional<SampleSpan> span = is_floating(property) ? find_span(property, time) : std::nullopt;
+    if (!span) return read_nearest_property(property, time, result);
 
     // Values and indices have samplings of their own: each is looked up by time.
     ResourceProperty floor = describe(property), ceil = floor;
@@ -190,10 +172,10 @@ bool interpolate_property(const UserProperty& property, double time, ResourcePro
         !read_indices(property, ISampleSelector(time, ISampleSelector::kCeilIndex), ceil.indices))
         return false;
     if (floor.indices != ceil.indices) return read_nearest_property(property, time, result);
-    if (!read_values(property, span.floor, floor) || !read_values(property, span.ceil, ceil)) return false;
+    if (!read_values(property, span->floor, floor) || !read_values(property, span->ceil, ceil)) return false;
     if (floor.get_value_count() != ceil.get_value_count()) return read_nearest_property(property, time, result);
     if (!check_indices(property, floor)) return false;
-    blend_values(floor, ceil, span.weight);
+    blend_values(floor, ceil, (time - span->floor_time) * (1.0 / (span->ceil_time - span->floor_time)));
     result = std::move(floor);
     return true;
 }

@@ -123,7 +123,7 @@ private:
     mutable SysThreadLockRecursive lock_; ///< guards cache_ and factory_
     CoreHashTable<AbcFileList, CachedArchivePtr> cache_;
     mutable Alembic::AbcCoreFactory::IFactory factory_;
-    AppBase* application_ = nullptr;
+    std::atomic<AppBase*> application_{nullptr};
     std::atomic<bool> is_open_{false};
     std::shared_ptr<const CacheSnapshot> snapshot_; ///< replaced as a whole, read without lock_
 };
