@@ -1,5 +1,6 @@
 /// MurmurHash3 x64 128.
 #include <Alembic/Util/Murmur3.h>
+#include <Alembic/Util/Prefetch.h>
 
 #include "core/util/little_endian.h"
 
@@ -37,11 +38,20 @@ void hash_bytes(const uint8_t* bytes, size_t len, void* out)
 {
     uint64_t h1 = 0;
     uint64_t h2 = 0;
-    const uint8_t* const blocks_end = bytes + len / 16 * 16;
-    for (; bytes != blocks_end; bytes += 16) {
+    const auto mix_block = [&] {
         h1 = (rotate_left(h1 ^ scramble_first(load_word(bytes)), 27) + h2) * 5 + 0x52DCE729;
         h2 = (rotate_left(h2 ^ scramble_second(load_word(bytes + 8)), 31) + h1) * 5 + 0x38495AB5;
+        bytes += 16;
+    };
+    for (size_t lines = len / cache_line_size; lines > 0; --lines) {
+        prefetch_ahead(bytes);
+        mix_block();
+        mix_block();
+        mix_block();
+        mix_block();
     }
+    for (size_t blocks = len % cache_line_size / 16; blocks > 0; --blocks)
+        mix_block();
 
     const size_t tail_bytes = len % 16;
     uint8_t tail[16] = {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Alembic/Abc/All.h>
+#include <Alembic/Util/Prefetch.h>
 
 #include <string>
 
@@ -53,10 +54,21 @@ Box3d ComputeBoundsFromPositions(const ARRAY& sample)
 {
     Box3d bounds;
     const size_t count = sample.size();
+    // As Box3d::extendBy() compares (what is not a number never counts), without a branch and in registers.
+    const auto extend = [](double& low, double& high, double value) {
+        low = value < low ? value : low;
+        high = value > high ? value : high;
+    };
+    double low_x = bounds.min.x, low_y = bounds.min.y, low_z = bounds.min.z;
+    double high_x = bounds.max.x, high_y = bounds.max.y, high_z = bounds.max.z;
     for (size_t i = 0; i < count; ++i) {
-        bounds.extendBy(V3d(sample[i].x, sample[i].y, sample[i].z));
+        const auto& position = sample[i];
+        Util::prefetch_ahead(&position);
+        extend(low_x, high_x, double(position.x));
+        extend(low_y, high_y, double(position.y));
+        extend(low_z, high_z, double(position.z));
     }
-    return bounds;
+    return Box3d(V3d(low_x, low_y, low_z), V3d(high_x, high_y, high_z));
 }
 
 /// Writes the next sample of a property: `sample` where it is there, else the previous one again. Does nothing without a
