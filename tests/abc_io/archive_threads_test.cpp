@@ -1,10 +1,13 @@
-/// Eight threads open, read, check and release archives while these are rewritten.
+/// Eight threads open, read, check and release archives while these are rewritten; for VO_ABC_STRESS_SECONDS seconds
+/// each test, a moment where that is not set.
 #include <support/abc_archives.h>
 
 #include <abc_input_archive_manager.h>
 #include <reader_scope.h>
 
 #include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -27,16 +30,19 @@ class ArchiveThreads : public StartedLibrary
 {
 protected:
     static constexpr int thread_count = 8;
-    static constexpr int round_count = 60;
+    static constexpr int round_count = 60; ///< at least
 
     /// Runs `work(thread, round)` in all threads at once.
     template <class Work>
     void run(Work&& work)
     {
+        using Clock = std::chrono::steady_clock;
+        const char* const seconds = std::getenv("VO_ABC_STRESS_SECONDS");
+        const auto end = Clock::now() + std::chrono::seconds(seconds ? std::atoi(seconds) : 0);
         std::vector<std::thread> threads;
         for (int thread = 0; thread < thread_count; ++thread) {
             threads.emplace_back([&, thread] {
-                for (int round = 0; round < round_count; ++round)
+                for (int round = 0; round < round_count || Clock::now() < end; ++round)
                     work(thread, round);
             });
         }
@@ -61,6 +67,9 @@ TEST_F(ArchiveThreads, OpenReadAndReleaseTheSameArchives)
         static_cast<void>(AbcInputArchiveManager::get()->get_memory_size());
     });
     EXPECT_EQ(wrong, 0);
+    for (const ScratchFile* file : {&one, &two}) // the cache is empty again
+        EXPECT_FALSE(
+            AbcInputArchiveManager::get()->is_cached_archive_up_to_date(AbcFileList(CoreString(file->path()))));
 }
 
 TEST_F(ArchiveThreads, EvaluateSharedHandlesWhileTheArchiveIsReplaced)
