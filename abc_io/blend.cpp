@@ -27,12 +27,20 @@ template <class One>
 {
     for_each_in_blocks(count, one);
 }
+template <class One>
+[[gnu::target("avx512f,avx512vl,avx512dq,prefer-vector-width=512")]] void for_each_with_avx512(std::size_t count,
+                                                                                               One one)
+{
+    for_each_in_blocks(count, one);
+}
 
 /// Loops in double, which are bound by arithmetic rather than by memory.
 template <class One>
 void for_each_in_double(std::size_t count, One one)
 {
+    static const bool has_avx512 = __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512dq");
     static const bool has_avx2 = __builtin_cpu_supports("avx2");
+    if (has_avx512) return for_each_with_avx512(count, one);
     if (has_avx2) return for_each_with_avx2(count, one);
     for_each_in_blocks(count, one);
 }
