@@ -11,9 +11,11 @@
 
 namespace {
 
-constexpr std::size_t max_looked_at = 9;                    // pictures that the automatic view is made for
-constexpr float point_width = 0.016f, curve_width = 0.004f; // radii of the scene
-constexpr float dense_point_width = 1.2f; // the same, by the root of their number: many points are small
+constexpr std::size_t max_looked_at = 9; // pictures that the automatic view is made for
+// Radii of the scene.
+constexpr float curve_width = 0.004f;
+constexpr float min_point_width = 0.002f, max_point_width = 0.03f; // the first is about a pixel
+constexpr float dense_point_width = 0.25f;                         // by the root of their number: many points are small
 
 /// The first, the last, and what lies evenly between.
 std::vector<double> choose_times(const std::vector<double>& times)
@@ -62,10 +64,11 @@ void FrameRenderer::find_default_widths(const WorldScene& scene)
     for (const WorldPoints& points : scene.points)
         point_count += points.is_usable.size();
     const float dense = dense_point_width / std::sqrt(static_cast<float>(point_count));
+    const float point_width = std::clamp(dense, min_point_width, max_point_width);
     const auto choose = [](const std::optional<double>& asked, float found, float before) {
         return asked ? static_cast<float>(*asked) : std::max(found, before);
     };
-    widths_.points = choose(options_.point_width, radius * std::min(point_width, dense), widths_.points);
+    widths_.points = choose(options_.point_width, radius * point_width, widths_.points);
     widths_.curves = choose(options_.curve_width, radius * curve_width, widths_.curves);
 }
 
@@ -79,8 +82,6 @@ WorldScene FrameRenderer::gather(double time)
 Image FrameRenderer::render(double time, const Progress& on_progress)
 {
     WorldScene scene = gathered_ ? *std::exchange(gathered_, std::nullopt) : gather(time);
-    if (scene.is_empty() && !std::exchange(has_warned_, true))
-        ToolLog::write(session_.error("there is nothing to see at " + seconds(time) + ".").what());
     View view = *automatic_view_;
     if (!options_.camera.empty()) {
         std::optional<ImageSize> size = size_;
@@ -88,6 +89,8 @@ Image FrameRenderer::render(double time, const Progress& on_progress)
     }
     const SceneMeasures measures = measure(scene);
     const TraceScene traced(std::move(scene), widths_);
+    if (traced.is_empty() && !std::exchange(has_warned_, true))
+        ToolLog::write(session_.error("there is nothing to see at " + seconds(time) + ".").what());
     const Shading shading(traced, measures, options_.shade, view);
     return render_picture(traced, view, shading, *size_, options_, on_progress);
 }

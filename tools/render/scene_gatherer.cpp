@@ -201,6 +201,8 @@ WorldCurves SceneGatherer::gather_curves(const Item& item, Motion& motion)
     curves.curves = std::move(geometry.curves);
     curves.curves.positions.clear();
     curves.radius_scale = static_cast<float>(find_scale(motion.get_matrix(item.path)));
+    for (const float radius : curves.curves.radii)
+        if (is_drawable({radius, 0, 0})) curves.max_radius = std::max(curves.max_radius, radius * curves.radius_scale);
     return curves;
 }
 

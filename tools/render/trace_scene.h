@@ -29,6 +29,8 @@ public:
     /// `widths` stand in for those that the archive does not tell. Throws std::runtime_error when the ray tracer fails.
     TraceScene(WorldScene scene, const DefaultWidths& widths);
 
+    /// Whether there is nothing to hit.
+    bool is_empty() const { return geometries_.empty(); }
     /// The nearest hit; false, `hit` untouched, when there is none.
     bool find_hit(const Ray& ray, Hit& hit) const;
     bool is_blocked(const Ray& ray) const;

@@ -5,8 +5,9 @@
 
 namespace {
 
-constexpr double half_field = 0.32; // of the picture's longer side at distance 1: about 35 degrees in all
-constexpr double margin = 1.08;     // free space round everything
+constexpr double half_field = 0.32;  // of the picture's longer side at distance 1: about 35 degrees in all
+constexpr double margin = 1.08;      // free space round everything
+constexpr double min_distance = 0.6; // of the depth of everything: what is near must not hide the rest
 constexpr double radians_per_degree = 0.017453292519943295;
 
 } // namespace
@@ -49,6 +50,7 @@ AutomaticView::AutomaticView(double azimuth, double elevation, const ImageSize& 
     const double longer = std::max(size.width, size.height);
     half_width_ = half_field * size.width / longer;
     half_height_ = half_field * size.height / longer;
+    sides_.fill(-std::numeric_limits<double>::infinity());
 }
 
 void AutomaticView::add(const WorldScene& scene, const DefaultWidths& widths)
@@ -56,32 +58,36 @@ void AutomaticView::add(const WorldScene& scene, const DefaultWidths& widths)
     // Seen from (x, y, d) a point is inside when |point.x - x| <= half width * (d - point.z): each side asks for the largest
     // of one sum over all points, and so does the bottom of the view.
     const double wide = half_width_ / margin, high = half_height_ / margin;
-    const double width = 0.5 * std::max(widths.points, widths.curves);
+    const double default_radius = 0.5 * std::max(widths.points, widths.curves);
     scene.for_each_object([&](const WorldObject& object) {
+        const double radius = object.max_radius > 0.0f ? object.max_radius : default_radius;
         for (const CoreArray<Vec3>& step : object.positions)
             for (std::size_t i = 0; i < step.get_count(); ++i) {
                 if (!object.is_usable[i]) continue;
                 const GMathVec3<double> p = view_from_world_.transform_vector({step[i].x, step[i].y, step[i].z});
-                const double values[5] = {p.x + wide * p.z, -p.x + wide * p.z, p.y + high * p.z, -p.y + high * p.z,
-                                          p.z};
-                double* const sides[5] = {&right_, &left_, &top_, &bottom_, &near_};
-                for (int side = 0; side < 5; ++side)
-                    *sides[side] = is_empty_ ? values[side] + width : std::max(*sides[side], values[side] + width);
-                is_empty_ = false;
+                const double values[side_count] = {
+                    p.x + wide * p.z, -p.x + wide * p.z, p.y + high * p.z, -p.y + high * p.z, p.z, -p.z};
+                for (int side = 0; side < side_count; ++side)
+                    sides_[side] = std::max(sides_[side], values[side] + radius);
             }
     });
 }
 
 View AutomaticView::get_view() const
 {
+    const ScreenWindow window = {-half_width_, half_width_, -half_height_, half_height_};
     const double wide = half_width_ / margin, high = half_height_ / margin;
-    double distance = std::max((right_ + left_) / (2.0 * wide), (top_ + bottom_) / (2.0 * high));
-    distance = std::max(distance, near_ + 1e-3 * std::abs(near_));
-    if (is_empty_ || !(distance > near_)) distance = near_ + 1.0; // a single point
-    const GMathVec3<double> place = {(right_ - left_) / 2.0, (top_ - bottom_) / 2.0, distance};
+    if (!std::isfinite(sides_[NEAR])) return View({world_from_view_}, window); // nothing to see, from anywhere
+    const double depth = sides_[NEAR] + sides_[FAR];
+    double distance =
+        std::max((sides_[RIGHT] + sides_[LEFT]) / (2.0 * wide), (sides_[TOP] + sides_[BOTTOM]) / (2.0 * high));
+    distance = std::max(distance, sides_[NEAR] + min_distance * depth);
+    if (!(distance > sides_[NEAR])) distance = sides_[NEAR] + 1.0; // a single point
+    const GMathVec3<double> place = {(sides_[RIGHT] - sides_[LEFT]) / 2.0, (sides_[TOP] - sides_[BOTTOM]) / 2.0,
+                                     distance};
     Matrix world_from_camera = world_from_view_;
     const GMathVec3<double> world_place = world_from_view_.transform_vector(place);
     for (std::size_t axis = 0; axis < 3; ++axis)
         world_from_camera[axis][3] = world_place[axis];
-    return View({world_from_camera}, {-half_width_, half_width_, -half_height_, half_height_});
+    return View({world_from_camera}, window);
 }

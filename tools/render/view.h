@@ -8,7 +8,9 @@
 #include "vector_math.h"
 #include "world_scene.h"
 
+#include <array>
 #include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,7 +63,7 @@ private:
     Matrix world_from_view_; ///< rotation only
     Matrix view_from_world_;
     double half_width_ = 0.0, half_height_ = 0.0; ///< of the picture at distance 1
-    bool is_empty_ = true;
-    // The furthest that each side of the view's pyramid has to stand out, and what lies nearest.
-    double right_ = 0.0, left_ = 0.0, top_ = 0.0, bottom_ = 0.0, near_ = 0.0;
+    enum Side { RIGHT, LEFT, TOP, BOTTOM, NEAR, FAR, side_count };
+    /// How far out each side of the view's pyramid has to stand; minus infinity when there is nothing to see.
+    std::array<double, side_count> sides_;
 };

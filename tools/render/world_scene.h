@@ -18,6 +18,7 @@ struct WorldObject
     /// two, its ends, where all points move straight on.
     std::vector<CoreArray<Vec3>> positions;
     CoreArray<Vec3> velocities;  ///< units a second, transforms included: one per point
+    float max_radius = 0.0f;     ///< that the archive tells of threads
     std::vector<char> is_usable; ///< per point: whether it can be drawn; others stand at the origin
 };
 
@@ -43,8 +44,6 @@ struct WorldScene
     std::vector<WorldMesh> meshes;
     std::vector<WorldCurves> curves;
     std::vector<WorldPoints> points;
-
-    bool is_empty() const { return meshes.empty() && curves.empty() && points.empty(); }
 
     /// Calls `use(object)` for each.
     template <class Use>
