@@ -15,7 +15,7 @@ constexpr std::size_t max_looked_at = 9; // pictures that the automatic view is 
 // Radii of the scene.
 constexpr float curve_width = 0.004f;
 constexpr float min_point_width = 0.002f, max_point_width = 0.03f; // the first is about a pixel
-constexpr float dense_point_width = 0.25f;                         // by the root of their number: many points are small
+constexpr float dense_point_width = 0.12f;                         // by the root of their number: many points are small
 
 /// The first, the last, and what lies evenly between.
 std::vector<double> choose_times(const std::vector<double>& times)

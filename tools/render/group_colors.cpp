@@ -1,5 +1,6 @@
 #include "group_colors.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -24,6 +25,46 @@ float channel_of_hue(float hue)
     return std::min(std::max(2.0f - distance, 0.0f), 1.0f);
 }
 
+/// A colour that names may have in them; as the picture shows it.
+struct ColorWord
+{
+    std::string_view word;
+    std::uint8_t red, green, blue;
+};
+
+constexpr ColorWord color_words[] = {
+    {"red", 200, 58, 46},    {"orange", 232, 130, 44}, {"yellow", 240, 196, 60}, {"green", 104, 150, 62},
+    {"cyan", 70, 180, 190},  {"blue", 46, 110, 168},   {"purple", 126, 78, 160}, {"pink", 232, 140, 160},
+    {"brown", 128, 90, 58},  {"beige", 222, 200, 154}, {"black", 34, 34, 36},    {"white", 240, 240, 238},
+    {"grey", 120, 122, 126}, {"gray", 120, 122, 126},  {"gold", 212, 172, 60},   {"silver", 188, 190, 194},
+};
+
+bool is_letter(char character)
+{
+    return (character | 0x20) >= 'a' && (character | 0x20) <= 'z';
+}
+
+/// Whether a name has a word at a place, whole: the next letter, if one follows, begins a word of its own.
+bool has_word_at(std::string_view name, std::size_t place, std::string_view word)
+{
+    if (place > 0 && is_letter(name[place - 1])) return false;
+    for (std::size_t i = 0; i < word.size(); ++i)
+        if (place + i >= name.size() || (name[place + i] | 0x20) != word[i]) return false;
+    const std::size_t end = place + word.size();
+    return end == name.size() || !is_letter(name[end]) || !(name[end] & 0x20);
+}
+
+/// The first colour that a name's last part, after any slash, has in it.
+const ColorWord* find_color_word(std::string_view name)
+{
+    const std::size_t slash = name.find_last_of('/');
+    if (slash != name.npos) name.remove_prefix(slash + 1);
+    for (std::size_t place = 0; place < name.size(); ++place)
+        for (const ColorWord& word : color_words)
+            if (has_word_at(name, place, word.word)) return &word;
+    return nullptr;
+}
+
 } // namespace
 
 float decode_srgb(float value)
@@ -33,6 +74,8 @@ float decode_srgb(float value)
 
 Vec3 make_name_color(std::string_view name)
 {
+    if (const ColorWord* const word = find_color_word(name))
+        return {decode_srgb(word->red / 255.0f), decode_srgb(word->green / 255.0f), decode_srgb(word->blue / 255.0f)};
     const std::uint32_t hash = hash_name(name);
     const float hue = static_cast<float>(hash & 0xffff) / 65536.0f;
     const float saturation = 0.45f + 0.3f * static_cast<float>(hash >> 16 & 0xff) / 255.0f;

@@ -50,6 +50,18 @@ protected:
         rtcSetGeometryTimeStepCount(geometry_.get(), static_cast<unsigned int>(step_count));
     }
 
+    /// Three numbers in the space of four: the tracer reads four at once, and wants none of them to be no number.
+    struct alignas(16) PaddedVec3
+    {
+        float x, y, z, padding;
+    };
+    void add_vectors(RTCBufferType type, unsigned int slot, const CoreArray<Vec3>& vectors)
+    {
+        auto* out = add_buffer<PaddedVec3>(type, slot, RTC_FORMAT_FLOAT3, vectors.get_count());
+        for (const Vec3& vector : vectors)
+            *out++ = {vector.x, vector.y, vector.z, 0.0f};
+    }
+
     /// A buffer of the tracer's own, to be filled; padded as the tracer wants it. Throws std::bad_alloc.
     template <class T>
     T* add_buffer(RTCBufferType type, unsigned int slot, RTCFormat format, std::size_t count)

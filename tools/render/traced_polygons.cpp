@@ -43,11 +43,8 @@ public:
     {
         if (triangles_.empty()) return;
         create(device, RTC_GEOMETRY_TYPE_TRIANGLE, mesh_.positions.size());
-        for (unsigned int step = 0; step < mesh_.positions.size(); ++step) {
-            const CoreArray<Vec3>& positions = mesh_.positions[step];
-            std::copy(positions.begin(), positions.end(),
-                      add_buffer<Vec3>(RTC_BUFFER_TYPE_VERTEX, step, RTC_FORMAT_FLOAT3, positions.get_count()));
-        }
+        for (unsigned int step = 0; step < mesh_.positions.size(); ++step)
+            add_vectors(RTC_BUFFER_TYPE_VERTEX, step, mesh_.positions[step]);
         auto* indices =
             add_buffer<std::array<unsigned int, 3>>(RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, triangles_.size());
         for (const Triangle& triangle : triangles_)

@@ -75,11 +75,6 @@ public:
 private:
     unsigned int velocity_slot() const { return has_uvs_ ? 1 : 0; }
 
-    void add_vectors(RTCBufferType type, unsigned int slot, const CoreArray<Vec3>& vectors)
-    {
-        std::copy(vectors.begin(), vectors.end(), add_buffer<Vec3>(type, slot, RTC_FORMAT_FLOAT3, vectors.get_count()));
-    }
-
     void add_indices(unsigned int topology, const CoreArray<unsigned int>& indices)
     {
         auto* out = add_buffer<unsigned int>(RTC_BUFFER_TYPE_INDEX, topology, RTC_FORMAT_UINT, corners_.size());
@@ -104,7 +99,10 @@ private:
             const GeometryUvMap& map = mesh.geometry.uv_maps[0];
             add_indices(uv_topology, map.indices);
             rtcSetGeometrySubdivisionMode(get(), uv_topology, RTC_SUBDIVISION_MODE_PIN_BOUNDARY);
-            add_vectors(RTC_BUFFER_TYPE_VERTEX_ATTRIBUTE, 0, map.values);
+            CoreArray<Vec3> values = map.values;
+            for (Vec3& value : values)
+                if (!is_drawable(value)) value = {};
+            add_vectors(RTC_BUFFER_TYPE_VERTEX_ATTRIBUTE, 0, values);
             rtcSetGeometryVertexAttributeTopology(get(), 0, uv_topology);
         }
         if (!has_velocities_) return;

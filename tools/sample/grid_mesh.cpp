@@ -44,6 +44,13 @@ OPolyMeshSchema::Sample GridMesh::make_sample() const
         ON3fGeomParam::Sample(N3fArraySample(normals_), UInt32ArraySample(normal_indices_), kFacevaryingScope));
 }
 
+OSubDSchema::Sample GridMesh::make_subdivision_sample() const
+{
+    OSubDSchema::Sample sample(P3fArraySample(points_), indices_, counts_);
+    sample.setUVs(OV2fGeomParam::Sample(V2fArraySample(uvs_), UInt32ArraySample(uv_indices_), kFacevaryingScope));
+    return sample;
+}
+
 std::vector<std::int32_t> GridMesh::choose_faces(const std::function<bool(int column, int row)>& choose) const
 {
     std::vector<std::int32_t> faces;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Alembic/AbcGeom/OPolyMesh.h>
+#include <Alembic/AbcGeom/OSubD.h>
 
 #include <cstdint>
 #include <functional>
@@ -25,6 +26,8 @@ public:
 
     /// A sample of the whole mesh, made of this object's arrays.
     Alembic::AbcGeom::OPolyMeshSchema::Sample make_sample() const;
+    /// The same as the cage of a subdivision mesh: without normals.
+    Alembic::AbcGeom::OSubDSchema::Sample make_subdivision_sample() const;
 
     /// Faces whose column and row `choose` picks.
     std::vector<std::int32_t> choose_faces(const std::function<bool(int column, int row)>& choose) const;
