@@ -19,7 +19,8 @@ std::vector<std::vector<std::string>> commands_on(const std::string& archive, co
     return {{"info", archive},
             {"tree", archive, "--json"},
             {"dump", archive, "/body/shape"},
-            {"export", archive, "-o", output}};
+            {"export", archive, "-o", output},
+            {"render", archive, "-o", output + ".png", "--size", "8x8", "--samples", "1"}};
 }
 
 class BrokenInput : public testing::Test
@@ -51,6 +52,7 @@ protected:
             EXPECT_THAT(run.errors, HasSubstr(message)) << command[0];
         }
         EXPECT_FALSE(std::filesystem::exists(scratch_.path()));
+        EXPECT_FALSE(std::filesystem::exists(scratch_.path() + ".png"));
     }
 
     std::string good_bytes_;
