@@ -162,8 +162,8 @@ void AbcInputArchiveManager::release_archive(AbcInputArchiveHandle* handle)
 {
     if (!handle || handle->get_filenames().is_empty()) return;
 
-    // The lock comes before the look at the archive: whoever is invalidating this handle must be done with it, since its
-    // owner may delete it as soon as this returns.
+    // The lock comes before the look at the archive: whoever is invalidating this handle must be done with it, since
+    // its owner may delete it as soon as this returns.
     ClosedArchive closed;
     const ScopedLock guard(share_lock());
     if (!handle->is_archive_valid()) return;

@@ -7,7 +7,10 @@
 #include <vo_sys/sys_statistic.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -30,25 +33,33 @@ unsigned long long AbcInputArchiveManager::get_memory_size() const
 
 void AbcInputArchiveManager::log_statistics() const
 {
-    const ScopedLock guard(share_lock());
+    // The archives' own locks are taken below without the manager's: a reader takes the two the other way round.
+    std::vector<std::pair<CachedArchivePtr, std::shared_ptr<Alembic::Abc::IArchive>>> open;
+    {
+        const ScopedLock guard(share_lock());
+        for (const auto& entry : cache_)
+            open.emplace_back(entry.get_value(), entry.get_value()->archive);
+    }
     log_line("*******************************************");
     log_line("*    AbcInputArchiveManager Statistics    *");
     log_line("*******************************************");
     log_line("AbcInputArchiveManager memory size: ", SysStatistic::get_readable_size(get_memory_size()));
-    log_line("Open file(s): ", cache_.get_count());
+    log_line("Open file(s): ", open.size());
     unsigned int number = 0;
-    for (const auto& entry : cache_)
-        log_archive_statistics(++number, *entry.get_value());
+    for (auto& [cached, archive] : open)
+        log_archive_statistics(++number, *cached, std::move(archive));
 }
 
-void AbcInputArchiveManager::log_archive_statistics(unsigned int number, AbcCachedInputArchive& cached)
+void AbcInputArchiveManager::log_archive_statistics(unsigned int number, const AbcCachedInputArchive& cached,
+                                                    std::shared_ptr<Alembic::Abc::IArchive> share)
 {
     std::string application, version, date, description;
     std::uint32_t api_version = 0;
     {
         const ScopedLock guard(cached.lock);
-        Alembic::Abc::IArchive archive = *cached.archive;
+        Alembic::Abc::IArchive archive = *share;
         Alembic::Abc::GetArchiveInfo(archive, application, version, api_version, date, description);
+        share.reset(); // under the lock: it may be the last one
     }
     const AbcFileList& files = cached.filenames;
     log_line(number, ". \"", files.join(), "\" (has layers: ", files.get_count() < 2 ? "no" : "yes", ")");

@@ -59,8 +59,8 @@ struct AbcInputArchiveManager::CacheSnapshot
     unsigned long long table_size = 0;      ///< bytes of the table's own storage
 };
 
-/// What was taken out of handles and out of the cache. It goes when this scope ends, under the archive's lock: declare it
-/// before the manager's lock is taken, so that closing a file keeps nobody waiting for the manager.
+/// What was taken out of handles and out of the cache. It goes when this scope ends, under the archive's lock: declare
+/// it before the manager's lock is taken, so that closing a file keeps nobody waiting for the manager.
 class AbcInputArchiveManager::ClosedArchive
 {
 public:

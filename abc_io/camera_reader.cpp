@@ -17,7 +17,8 @@ constexpr double nearest_blend = 0.001; // seconds from a sample, up to which th
 constexpr double metres_per_centimetre = 0.01;
 constexpr double metres_per_millimetre = 0.001;
 
-/// The attributes in stored units: `blend(value_of)` says what becomes of the value that `value_of` takes from a sample.
+/// The attributes in stored units: `blend(value_of)` says what becomes of the value that `value_of` takes from a
+/// sample.
 template <class Blend>
 void set_attributes(AbcCameraHeader& header, const Blend& blend)
 {

@@ -53,9 +53,9 @@ Parameter find_curve_parameter(const ICurvesSchema& schema, const std::string& n
     return own.valid() ? own : find_parameter<Parameter>(schema.getArbGeomParams(), name);
 }
 
-/// Reads the indices that say more than "one value after the other". Intended: an array of fewer than two indices, and a
-/// run of consecutive ones wherever it starts, leave `indices` empty. False when an index that counts leads beyond the
-/// values.
+/// Reads the indices that say more than "one value after the other". Intended: an array of fewer than two indices, and
+/// a run of consecutive ones wherever it starts, leave `indices` empty. False when an index that counts leads beyond
+/// the values.
 template <class Parameter>
 bool read_scattered_indices(const Parameter& parameter, const ISampleSelector& selector, std::size_t value_count,
                             CoreArray<unsigned int>& indices)

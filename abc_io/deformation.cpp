@@ -97,15 +97,17 @@ private:
             });
     }
 
-    /// Reads two samples of `count` points, calls `combine(from, to, numbers)` on their numbers, and leaves what becomes of
-    /// them in the positions and, where `to` is wanted, in the velocities.
+    /// Reads two samples of `count` points, calls `combine(from, to, numbers)` on their numbers, and leaves what
+    /// becomes of them in the positions and, where `to` is wanted, in the velocities.
     template <class Combine>
     void combine_samples(index_t from, index_t to, std::size_t count, bool is_to_wanted, Combine combine)
     {
         const SamplePieces<GMathVec3<float>> from_pieces(source_.positions, from, count);
         const SamplePieces<GMathVec3<float>> to_pieces(source_.positions, to, count);
-        if (kept_positions() || !can_hold<GMathVec3<float>>(source_.positions, count) || !from_pieces.is_worthwhile()) {
-            // The later sample is read into the array that then becomes the velocities: nothing is allocated on the way.
+        const bool is_kept = source_.kept && source_.positions.isConstant(); // read whole, once
+        if (is_kept || !can_hold<GMathVec3<float>>(source_.positions, count) || !from_pieces.is_worthwhile()) {
+            // The later sample is read into the array that then becomes the velocities: nothing is allocated on the
+            // way.
             read_positions(from, positions_);
             read_positions(to, velocities_);
             combine(floats(positions_), floats(velocities_), float_count(positions_));

@@ -7,8 +7,8 @@
 
 class AbcInputArchiveHandle;
 
-/// Never holds a dangling pointer: a handle that is destroyed strikes itself off, one that is moved enters the handle it
-/// was moved to in its place. Only pointers are kept and no handle is touched, so its own mutex is held briefly.
+/// Never holds a dangling pointer: a handle that is destroyed strikes itself off, one that is moved enters the handle
+/// it was moved to in its place. Only pointers are kept and no handle is touched, so its own mutex is held briefly.
 class AbcHandleRoster
 {
 public:

@@ -26,8 +26,8 @@ std::size_t parameter_index_count(const Parameter& parameter, const Alembic::Abc
     return element_count(Parameter(parameter).getIndexProperty(), selector);
 }
 
-/// Reads the parameter's indices at `selector`: those stored, or 0, 1, 2 ... where none are. False, with `indices` in an
-/// unspecified state, when one of them is not below `value_count`.
+/// Reads the parameter's indices at `selector`: those stored, or 0, 1, 2 ... where none are. False, with `indices` in
+/// an unspecified state, when one of them is not below `value_count`.
 template <class Parameter>
 bool read_parameter_indices(const Parameter& parameter, const Alembic::Abc::ISampleSelector& selector,
                             std::size_t value_count, CoreArray<unsigned int>& indices)

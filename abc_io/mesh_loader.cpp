@@ -114,7 +114,8 @@ bool AbcInput::load_mesh(const AbcFileList& files, const CoreString& object_name
     const MeshRequest request{files, object_name, ISampleSelector(time, ISampleSelector::kNearIndex), progress};
     return with_typed_object<IPolyMesh, ISubD>(files, object_name,
                                                [&](AbcInputArchiveHandle& handle, const auto& typed) {
-                                                   // An object without samples is not an error: outputs stay as they are.
+                                                   // An object without samples is not an error: outputs stay as they
+                                                   // are.
                                                    if (typed.getSchema().getPositionsProperty().getNumSamples() == 0)
                                                        return true;
                                                    if (!read_mesh(typed.getSchema(), request, mesh)) return false;

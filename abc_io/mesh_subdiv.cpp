@@ -18,7 +18,9 @@ bool AbcInput::load_mesh_subdiv(const AbcFileList& files, const CoreString& obje
         const IFloatArrayProperty sharpnesses = schema.getCreaseSharpnessesProperty();
         const bool has_creases =
             indices.valid() && indices.getNumSamples() > 0 && sharpnesses.valid() && sharpnesses.getNumSamples() > 0;
-        const bool is_read = has_creases && read_array(indices, selector, crease_indices) &&
+        const bool is_read = has_creases && can_hold<int>(indices, element_count(indices, selector)) &&
+                             can_hold<float>(sharpnesses, element_count(sharpnesses, selector)) &&
+                             read_array(indices, selector, crease_indices) &&
                              read_array(sharpnesses, selector, crease_sharpnesses);
         get_property_names(handle, object_name, property_names);
         return is_read;

@@ -1,6 +1,7 @@
 /// AbcInput::make_object_key: the data keys of many objects of one archive, in one pass.
 #include "abc_input.h"
 #include "abc_input_archive_manager.h"
+#include "log_message.h"
 #include "reader_scope.h"
 
 #include <Alembic/Abc/IArchive.h>
@@ -46,8 +47,11 @@ void set_key(const IObject& object, CoreString& key)
     try {
         static_cast<void>(set_key_if_kind<ICurves>(object, key) || set_key_if_kind<IPolyMesh>(object, key) ||
                           set_key_if_kind<ISubD>(object, key) || set_key_if_kind<IPoints>(object, key));
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
         // One damaged object must not cost the others their keys.
+        log_message(log_level_warning, [&](CoreLogStream& stream) {
+            stream << "The object '" << object.getFullName().c_str() << "' has no data key: " << error.what() << "\n";
+        });
     }
 }
 

@@ -61,8 +61,8 @@ struct SingleAngles
     }
 };
 
-/// The walk through one sample's operations. Every member that takes an operation answers false when it stands where the
-/// components have no place for it. Operations of hints that the components do not know are passed over.
+/// The walk through one sample's operations. Every member that takes an operation answers false when it stands where
+/// the components have no place for it. Operations of hints that the components do not know are passed over.
 class PivotWalk
 {
 public:

@@ -25,8 +25,8 @@ struct ElementLayout<GMathVec3<T>>
     static constexpr std::size_t extent = 3;
 };
 
-/// True when elements of `type` are, byte for byte, elements T: as many numbers, as wide, integers for integers (of either
-/// sign) and floating-point for floating-point.
+/// True when elements of `type` are, byte for byte, elements T: as many numbers, as wide, integers for integers (of
+/// either sign) and floating-point for floating-point.
 template <class T>
 bool has_layout_of(const Alembic::Abc::DataType& type)
 {
@@ -60,9 +60,9 @@ bool can_hold(const Alembic::Abc::IArrayProperty& property, std::size_t count)
 }
 
 /// Reads one sample of an array property into `values`: one allocation (none when it fits), one read, no copy. The
-/// selector is applied to the property's own sampling; an index beyond its last sample reads that one. Old values are not
-/// kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no samples, or when
-/// its elements are not, byte for byte, T. Errors of the file are Alembic's exceptions.
+/// selector is applied to the property's own sampling; an index beyond its last sample reads that one. Old values are
+/// not kept, even if the read then fails. False, `values` untouched, when the property is invalid or has no samples, or
+/// when its elements are not, byte for byte, T. Errors of the file are Alembic's exceptions.
 template <class T>
 bool read_array(const Alembic::Abc::IArrayProperty& property, const Alembic::Abc::ISampleSelector& selector,
                 CoreArray<T>& values)

@@ -8,6 +8,8 @@
 #include <Alembic/Abc/IArchive.h>
 #include <vo_sys/sys_thread_lock_recursive.h>
 
+#include <new>
+
 using Alembic::Abc::IArchive;
 using Alembic::Abc::IObject;
 
@@ -21,7 +23,11 @@ ScopedArchive::ScopedArchive(const AbcFileList& files)
 
 ScopedArchive::~ScopedArchive()
 {
-    AbcInput::release_archive(handle_.get());
+    try {
+        AbcInput::release_archive(handle_.get());
+    } catch (const std::bad_alloc&) {
+        // The archive is closed all the same; what is published of the cache follows with the next change.
+    }
 }
 
 ScopedLock::ScopedLock(const AbcInputArchiveHandle& handle)

@@ -1,7 +1,9 @@
 /// The recipe of every reader: archive, lock, object, typed object, bind, read, unlock, release. It stands once, here.
 ///
-///     return with_typed_object<IPolyMesh, ISubD>(files, object_name, [&](AbcInputArchiveHandle& handle, const auto& mesh)
-///         { return read_topology(mesh.getSchema(), time, face_counts); });
+///     return with_typed_object<IPolyMesh, ISubD>(
+///         files, object_name, [&](AbcInputArchiveHandle& handle, const auto& mesh) {
+///             return read_topology(mesh.getSchema(), time, face_counts);
+///         });
 #pragma once
 
 #include "abc_input_archive_handle.h"
@@ -15,8 +17,8 @@
 #include <type_traits>
 #include <utility>
 
-/// A counted user of the archive of some files; released, and its handle deleted, when this scope ends, however it ends.
-/// Its handle keeps archive and object also when another thread opens the files afresh meanwhile.
+/// A counted user of the archive of some files; released, and its handle deleted, when this scope ends, however it
+/// ends. Its handle keeps archive and object also when another thread opens the files afresh meanwhile.
 class ScopedArchive
 {
 public:
@@ -48,8 +50,8 @@ private:
     std::shared_ptr<SysThreadLockRecursive> lock_;
 };
 
-/// The object of a full name in the handle's archive; an invalid object when the handle has no archive or the archive no
-/// such object. The caller holds the handle's lock.
+/// The object of a full name in the handle's archive; an invalid object when the handle has no archive or the archive
+/// no such object. The caller holds the handle's lock.
 Alembic::Abc::IObject find_object(const AbcInputArchiveHandle& handle, const CoreString& object_path);
 
 /// A share in the object that the handle is set on, null when there is none: whatever happens to the handle, the object
@@ -117,8 +119,8 @@ struct BoundObject : Kind, StaticPositions
     }
 };
 
-/// The typed object of a found object; null when its properties are not what its schema needs. It is made from the object
-/// itself, not from its parent and name, so that a path through an instance keeps its own names and ancestors.
+/// The typed object of a found object; null when its properties are not what its schema needs. It is made from the
+/// object itself, not from its parent and name, so that a path through an instance keeps its own names and ancestors.
 template <class Kind>
 std::shared_ptr<Kind> make_typed_object(const Alembic::Abc::IObject& object)
 {
@@ -142,12 +144,19 @@ bool bind_if_kind(AbcInputArchiveHandle& handle, const CoreString& object_path, 
         make_typed_object<Kind>(found); // kept to the end, whatever others do to the handle
     if (!typed) return true;
     const std::shared_ptr<Alembic::Abc::IObject> object = typed;
+    const std::shared_ptr<void> earlier = handle.share_object();
+    const AbcInputArchiveHandle::ObjectType earlier_type = handle.get_object_type();
+    const CoreString earlier_name = handle.get_object_name();
     handle.set_shared_object(object, ObjectTypeOf<Kind>::value);
     handle.set_object_name(object_path);
     try {
         result = read(handle, *typed);
     } catch (...) {
-        handle.delete_object(); // an object that could not be read is not to be taken for one that could
+        // An object that could not be read is not to be taken for one that could.
+        if (handle.share_object() == object) {
+            handle.set_shared_object(earlier, earlier_type);
+            handle.set_object_name(earlier_name);
+        }
         throw;
     }
     return true;
@@ -170,8 +179,8 @@ bool read_if_kind(const Alembic::Abc::IObject& object, Read& read, bool& result)
 
 /// Finds `object_path` in the handle's archive, sets it on the handle as the first of `Kinds` that it is, and returns
 /// what `read(handle, typed_object)` returns. All under the handle's lock. False, handle as it was, when there is no
-/// archive, no such object, or when it is of no such kind or damaged; without an object when `read` throws. Readers that must leave the handle empty on a
-/// failure call delete_object first, under a ScopedLock of their own.
+/// archive, no such object, or when it is of no such kind or damaged; the handle is as it was also when `read` throws.
+/// Readers that must leave the handle empty on a failure call delete_object first, under a ScopedLock of their own.
 template <class... Kinds, class Read>
 bool with_bound_object(AbcInputArchiveHandle& handle, const CoreString& object_path, Read&& read)
 {
@@ -183,8 +192,8 @@ bool with_bound_object(AbcInputArchiveHandle& handle, const CoreString& object_p
     return result;
 }
 
-/// The whole recipe: opens the archive of `files`, does with_bound_object on it and releases everything. False also when
-/// the archive cannot be opened.
+/// The whole recipe: opens the archive of `files`, does with_bound_object on it and releases everything. False also
+/// when the archive cannot be opened.
 template <class... Kinds, class Read>
 bool with_typed_object(const AbcFileList& files, const CoreString& object_path, Read&& read)
 {

@@ -61,8 +61,8 @@ GMathVec3<double> interpolate_angles(std::string_view axes, const Angles& from, 
                                Imath::extractQuat(transposed(GMathRotation::compute_matrix(to, order))), weight);
     const Angles degrees = GMathRotation::compute_angles(transposed(rotation.toMatrix44()), order);
 
-    // A rotation has two triples of angles. With axes missing, the right one is that which needs them less: a turn of 120
-    // degrees about Y is (180, 60, 180) as well.
+    // A rotation has two triples of angles. With axes missing, the right one is that which needs them less: a turn of
+    // 120 degrees about Y is (180, 60, 180) as well.
     const Angles others = turned_over(axes, degrees);
     Angles result = other_angles(axes, others) < other_angles(axes, degrees) ? others : degrees;
     for (int axis = 0; axis < 3; ++axis)

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 
 /// Elements of a piece: two pieces and what is done with them fit into the second-level cache with room to spare, and
 /// each is still worth its system call. A multiple of any vector's width.
@@ -34,13 +35,19 @@ public:
     {
         constexpr std::size_t worthwhile_bytes = std::size_t(2) << 20;
         T probe;
-        return count_ >= worthwhile_bytes / sizeof(T) && read(0, 1, &probe);
+        return count_ >= worthwhile_bytes / sizeof(T) && try_read(0, 1, &probe);
     }
 
     std::size_t size() const { return count_; }
 
-    /// Reads `count` elements from `first` on. False where only whole samples are read. Alembic's exceptions pass.
-    bool read(std::size_t first, std::size_t count, T* into) const
+    /// Reads `count` elements from `first` on, when is_worthwhile has said yes. Alembic's exceptions pass.
+    void read(std::size_t first, std::size_t count, T* into) const
+    {
+        if (!try_read(first, count, into)) throw std::runtime_error("a part of an array sample could not be read");
+    }
+
+private:
+    bool try_read(std::size_t first, std::size_t count, T* into) const
     {
 #ifdef ALEMBIC_HAS_PARTIAL_READS
         return property_.getPart(into, first, count, selector_);
@@ -50,14 +57,14 @@ public:
 #endif
     }
 
-private:
     const Alembic::Abc::IArrayProperty& property_;
     const Alembic::Abc::ISampleSelector selector_;
     const std::size_t count_;
 };
 
-/// read_array with work on the way: `work(elements, count)` changes the first of `count` elements in place and says how
-/// many of them are finished; the others come again with what follows them, at last with all there is.
+/// read_array with work on the way: `work(elements, count, known)` changes the first of `count` elements in place and
+/// says how many of them are finished; the others come again, unchanged, before what follows them: `known` of the
+/// elements have come before. At last all there are come.
 template <class T, class Work>
 bool read_array_and(const Alembic::Abc::IArrayProperty& property, const Alembic::Abc::ISampleSelector& selector,
                     CoreArray<T>& values, Work work)
@@ -65,7 +72,7 @@ bool read_array_and(const Alembic::Abc::IArrayProperty& property, const Alembic:
     const SamplePieces<T> pieces(property, selector, element_count(property, selector));
     if (!can_hold<T>(property, pieces.size()) || !pieces.is_worthwhile()) {
         if (!read_array(property, selector, values)) return false;
-        work(values.get_data(), values.get_count());
+        work(values.get_data(), values.get_count(), std::size_t(0));
         return true;
     }
     values.resize_for_overwrite(pieces.size());
@@ -73,7 +80,7 @@ bool read_array_and(const Alembic::Abc::IArrayProperty& property, const Alembic:
     for (std::size_t first = 0; first < pieces.size();) {
         const std::size_t end = std::min(first + piece_length<T>, pieces.size());
         pieces.read(first, end - first, values.get_data() + first);
-        finished += work(values.get_data() + finished, end - finished);
+        finished += work(values.get_data() + finished, end - finished, first - finished);
         first = end;
     }
     return true;

@@ -82,8 +82,8 @@ bool read_corner_indices(const Alembic::Abc::IArrayProperty& property, const Ale
     bool are_sound = true;
     const unsigned int* face = face_counts.get_data();
     const unsigned int* const faces_end = face + face_counts.get_count();
-    const auto check_and_turn = [&](unsigned int* corners, std::size_t count) {
-        are_sound = indices_are_below(corners, count, end) && are_sound;
+    const auto check_and_turn = [&](unsigned int* corners, std::size_t count, std::size_t known) {
+        are_sound = indices_are_below(corners + known, count - known, end) && are_sound;
         return reverse_whole_polygons(face, faces_end, corners, count);
     };
     return read_array_and(property, selector, indices, check_and_turn) && are_sound;

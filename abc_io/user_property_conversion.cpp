@@ -21,8 +21,8 @@ struct Tag
     using type = T;
 };
 
-/// Calls `visit(stored, host)` with the type that a sample has in memory and the type that the host gets. Nothing for an
-/// unknown data type.
+/// Calls `visit(stored, host)` with the type that a sample has in memory and the type that the host gets. Nothing for
+/// an unknown data type.
 template <class Visit>
 void with_types(PlainOldDataType pod, Visit&& visit)
 {

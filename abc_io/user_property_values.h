@@ -9,9 +9,9 @@
 /// What is known of the property without reading its samples.
 AbcInput::PropertyType read_property_type(const UserProperty& property);
 
-/// The property at the sample nearest to `time` (seconds); no elements when it has no samples. False, `result` untouched,
-/// and a warning logged, when an index lies beyond the values, when indices are no unsigned 32-bit numbers, or when there
-/// are more values than a host array holds. Alembic's exceptions pass.
+/// The property at the sample nearest to `time` (seconds); no elements when it has no samples. False, `result`
+/// untouched, and a warning logged, when an index lies beyond the values, when indices are no unsigned 32-bit numbers,
+/// or when there are more values than a host array holds. Alembic's exceptions pass.
 bool read_nearest_property(const UserProperty& property, double time, ResourceProperty& result);
 
 /// The property at `time`: blended between the samples before and after it when it is floating-point and both have the

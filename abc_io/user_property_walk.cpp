@@ -74,7 +74,8 @@ private:
                         bool are_parameters, int depth)
     {
         const ICompoundProperty compound(parent, header.getName());
-        // An indexed geometry parameter is stored as a compound of values and indices, and is one property all the same.
+        // An indexed geometry parameter is stored as a compound of values and indices, and is one property all the
+        // same.
         if (is_array(compound.getPropertyHeader(values_name)) && is_array(compound.getPropertyHeader(indices_name)))
             return !is_wanted(name) || visit_(UserProperty{name, parent, header, compound, true});
         return depth == max_property_depth || go(compound, name + ".", are_parameters, depth + 1);

@@ -23,9 +23,9 @@ struct UserProperty
     Alembic::Abc::IArrayProperty indices() const;
 };
 
-/// Calls `visit` for every property of the object that can be loaded: user properties, then arbitrary geometry parameters,
-/// each in stored order, compounds flattened. A name may come twice; the first one counts. `visit` returns false to stop.
-/// The caller holds the archive's lock. Alembic's exceptions pass.
+/// Calls `visit` for every property of the object that can be loaded: user properties, then arbitrary geometry
+/// parameters, each in stored order, compounds flattened. A name may come twice; the first one counts. `visit` returns
+/// false to stop. The caller holds the archive's lock. Alembic's exceptions pass.
 void walk_user_properties(const Alembic::Abc::IObject& object, const std::function<bool(const UserProperty&)>& visit);
 
 /// The first property of that name; false, `found` untouched, when there is none.

@@ -86,7 +86,7 @@ bool read_set(const UvSet& set, const ISampleSelector& selector, const UvMesh& m
 
 bool read_uv_values(const IV2fGeomParam& uvs, const ISampleSelector& selector, CoreArray<GMathVec3<float>>& values)
 {
-    const IV2fArrayProperty property = IV2fGeomParam(uvs).getValueProperty();
+    IV2fArrayProperty property = IV2fGeomParam(uvs).getValueProperty(); // getAs is not const
     const SamplePieces<UvPair> pieces(property, selector, element_count(property, selector));
     const std::size_t count = pieces.size();
     if (count == 0 || !can_hold<UvPair>(property, count)) return false;
@@ -122,12 +122,12 @@ void read_uv_maps(const IV2fGeomParam& default_uvs, const ICompoundProperty& arb
     if (default_uvs.valid())
         add_fitting_set(sets, default_uvs, parameter_display_name(default_uvs.getMetaData(), default_uvs.getName()),
                         selector, mesh);
+    std::size_t count = sets.empty() ? uv_maps.get_count() : 0; // the default set replaces what there was
     add_sets_of_compound(sets, arbitrary_parameters, "", selector, mesh);
     add_sets_of_compound(sets, schema, "uv", selector, mesh); // the default set is not loaded twice
     if (sets.empty()) return;
 
-    uv_maps.resize(sets.size());
-    std::size_t count = 0;
+    uv_maps.resize(count + sets.size());
     for (const UvSet& set : sets)
         if (read_set(set, selector, mesh, uv_maps[count])) ++count;
     uv_maps.resize(count);

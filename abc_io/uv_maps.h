@@ -23,9 +23,9 @@ struct UvMesh
 };
 
 /// All UV sets at `selector`: the default one first (`default_uvs`, may be invalid), then those among the arbitrary
-/// geometry parameters, then those of the schema's own compound, each in stored order. A set counts when it has one index
-/// per polygon corner or else one per point; other sets, and sets with an index beyond their values, are left out.
-/// `uv_maps` stays untouched when there is no set at all.
+/// geometry parameters, then those of the schema's own compound, each in stored order. A set counts when it has one
+/// index per polygon corner or else one per point; other sets, and sets with an index beyond their values, are left
+/// out. The default set replaces what `uv_maps` held; without one, the others are appended to that.
 void read_uv_maps(const Alembic::AbcGeom::IV2fGeomParam& default_uvs,
                   const Alembic::Abc::ICompoundProperty& arbitrary_parameters,
                   const Alembic::Abc::ICompoundProperty& schema, const Alembic::Abc::ISampleSelector& selector,

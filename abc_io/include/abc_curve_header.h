@@ -13,9 +13,9 @@
 
 #include <cstdint>
 
-/// The curves of one object at one time, lengths in archive units. Filled by AbcInput::load_curve, which leaves alone what
-/// the object has not: pass a fresh record. Copies are whole; a record that was moved from keeps its three types and is
-/// otherwise empty.
+/// The curves of one object at one time, lengths in archive units. Filled by AbcInput::load_curve, which leaves alone
+/// what the object has not: pass a fresh record. Copies are whole; a record that was moved from keeps its three types
+/// and is otherwise empty.
 class VO_ABC_IO_EXPORT AbcCurveHeader
 {
 public:

@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-/// The ordered names of the files of one input archive: one file is a plain archive, several are the layers of a layered
-/// one. The order is the host's layer order and is kept as given: the same files in another order are another archive.
-/// Names, validity and modification times are SysFileList's; the only accepted extension is "abc".
+/// The ordered names of the files of one input archive: one file is a plain archive, several are the layers of a
+/// layered one. The order is the host's layer order and is kept as given: the same files in another order are another
+/// archive. Names, validity and modification times are SysFileList's; the only accepted extension is "abc".
 class VO_ABC_IO_EXPORT AbcFileList : public SysFileList
 {
 public:

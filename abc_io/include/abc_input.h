@@ -26,11 +26,11 @@ class AppProgressBar;
 /// Reads Alembic archives into the host's records. All functions are static and may be called from any thread between
 /// init and destroy.
 ///
-/// Times are seconds as stored in the archive, lengths are as stored. `object_name` and `object_path` are full names, as
-/// "/root/body/bodyShape". Readers come in two forms: one takes the files and does everything; the other takes a handle
-/// that holds the object already (get_*_deformation_header, get_animation_header, load_points and their like set it).
-/// The result is false when the archive cannot be opened, or when the object does not exist or is of another kind; the
-/// outputs are then untouched unless said otherwise. Outputs are resized to what was read. Alembic's own exceptions
+/// Times are seconds as stored in the archive, lengths are as stored. `object_name` and `object_path` are full names,
+/// as "/root/body/bodyShape". Readers come in two forms: one takes the files and does everything; the other takes a
+/// handle that holds the object already (get_*_deformation_header, get_animation_header, load_points and their like set
+/// it). The result is false when the archive cannot be opened, or when the object does not exist or is of another kind;
+/// the outputs are then untouched unless said otherwise. Outputs are resized to what was read. Alembic's own exceptions
 /// (std::exception) while samples are read pass to the caller; locks and handles are released on the way.
 class VO_ABC_IO_EXPORT AbcInput
 {
@@ -86,7 +86,8 @@ public:
         bool is_constant = true;                                         ///< all samples are the same
     };
 
-    /// The type of a property of the object that the handle holds. `property_name` is one that get_property_names lists.
+    /// The type of a property of the object that the handle holds. `property_name` is one that get_property_names
+    /// lists.
     static bool get_property_type(const AbcInputArchiveHandle& handle, const CoreString& property_name,
                                   PropertyType& type);
 
@@ -122,8 +123,8 @@ public:
                                       unsigned int& sample_index);
     /// The same over two samplings, `second` following `first` after a split (a loop, for example). Without
     /// `all_samples`, the one that holds `time` is used: `second` when `first` begins later or ends earlier. With it,
-    /// all samples of `first` and then of `second` are given; in `relative`, those of `first` are moved by -`offset` when
-    /// `before_split`, otherwise those of `second` by +`offset`.
+    /// all samples of `first` and then of `second` are given; in `relative`, those of `first` are moved by -`offset`
+    /// when `before_split`, otherwise those of `second` by +`offset`.
     static void compute_time_sampling(const GMathTimeSampling& first, const GMathTimeSampling& second,
                                       const double& time, const bool& before_split, const double& offset,
                                       const bool& all_samples, GMathTimeSampling& relative, GMathTimeSampling& absolute,
@@ -139,11 +140,11 @@ public:
 
     /// A polygon or subdivision mesh at the sample nearest to `time`. True, outputs untouched, when it has no samples;
     /// false also when its topology is corrupt (logged; positions, velocities and counts are then filled).
-    /// `positions`: one per point; `velocities`: archive units per second, empty when none are stored; `face_counts`: one
-    /// per polygon; `face_indices`: position indices of all polygons, each polygon's run reversed to the host's winding
-    /// (by intention, an index equal to the number of positions is delivered, too: look before you follow it);
-    /// `face_groups`: one index into `group_names` per polygon; `property_names`: see get_property_names. `progress` may
-    /// be null and goes from 0.0 over 0.3 and 0.6 to 1.0.
+    /// `positions`: one per point; `velocities`: archive units per second, empty when none are stored; `face_counts`:
+    /// one per polygon; `face_indices`: position indices of all polygons, each polygon's run reversed to the host's
+    /// winding (by intention, an index equal to the number of positions is delivered, too: look before you follow it);
+    /// `face_groups`: one index into `group_names` per polygon; `property_names`: see get_property_names. `progress`
+    /// may be null and goes from 0.0 over 0.3 and 0.6 to 1.0.
     static bool load_mesh(const AbcFileList& files, const CoreString& object_name, const double& time,
                           CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities,
                           CoreArray<unsigned int>& face_indices, CoreArray<unsigned int>& face_counts,
@@ -162,8 +163,8 @@ public:
     static bool get_mesh_deformation_header(AbcInputArchiveHandle& handle, const CoreString& object_name,
                                             AbcDeformationHeader& header);
 
-    /// Positions of the mesh at `time`, interpolated between samples, and velocities in archive units per second, stored
-    /// ones or derived from the positions; always derived with `ignore_velocities`. One of each per point.
+    /// Positions of the mesh at `time`, interpolated between samples, and velocities in archive units per second,
+    /// stored ones or derived from the positions; always derived with `ignore_velocities`. One of each per point.
     static bool evaluate_mesh_deformation(const AbcInputArchiveHandle& handle, const double& time,
                                           CoreArray<GMathVec3<float>>& positions,
                                           CoreArray<GMathVec3<float>>& velocities, bool ignore_velocities);
@@ -171,9 +172,9 @@ public:
                                       CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities,
                                       bool ignore_velocities);
 
-    /// Creases of a subdivision mesh at the sample nearest to `time`, as stored: vertex indices of all creases, and their
-    /// sharpnesses. False, both untouched, also when it has none; `property_names` (see get_property_names) is then filled
-    /// all the same. True, outputs untouched, when the mesh has no samples.
+    /// Creases of a subdivision mesh at the sample nearest to `time`, as stored: vertex indices of all creases, and
+    /// their sharpnesses. False, both untouched, also when it has none; `property_names` (see get_property_names) is
+    /// then filled all the same. True, outputs untouched, when the mesh has no samples.
     static bool load_mesh_subdiv(const AbcFileList& files, const CoreString& object_name, const double& time,
                                  CoreVector<CoreString>& property_names, CoreArray<int>& crease_indices,
                                  CoreArray<float>& crease_sharpnesses);
@@ -187,8 +188,8 @@ public:
 
     // ---- Curves ---------------------------------------------------------------------------------------------------
 
-    /// Everything about curves at the sample nearest to `time`. True, record untouched, for curves without samples. False,
-    /// record untouched, also when vertex counts are negative or ask for more points than there are (logged). A
+    /// Everything about curves at the sample nearest to `time`. True, record untouched, for curves without samples.
+    /// False, record untouched, also when vertex counts are negative or ask for more points than there are (logged). A
     /// parameter whose indices lead beyond its values counts as missing. `progress` is not used.
     static bool load_curve(const AbcFileList& files, const CoreString& object_path, const double& time,
                            AbcCurveHeader& header, AppProgressBar* progress);
@@ -226,7 +227,8 @@ public:
                             bool ignore_file_velocities, CoreVector<CoreString>& property_names,
                             AppProgressBar* progress);
 
-    /// The same for the points that the handle holds. Stored velocities are used when usable, whatever the last argument.
+    /// The same for the points that the handle holds. Stored velocities are used when usable, whatever the last
+    /// argument.
     static bool evaluate_point_deformation(const AbcInputArchiveHandle& handle, const double& time,
                                            CoreArray<GMathVec3<float>>& positions,
                                            CoreArray<GMathVec3<float>>& velocities, bool ignore_file_velocities);
@@ -241,8 +243,8 @@ public:
 
     // ---- Transforms -----------------------------------------------------------------------------------------------
 
-    /// Local matrix of the handle's transform at `time`, in the host's convention (column vectors); interpolated between
-    /// samples, those at the ends hold beyond them.
+    /// Local matrix of the handle's transform at `time`, in the host's convention (column vectors); interpolated
+    /// between samples, those at the ends hold beyond them.
     static bool evaluate_pivot_matrix(const AbcInputArchiveHandle& handle, const double& time,
                                       GMathMatrix4x4<double>& matrix);
     /// The handle's transform at `time`, decomposed.
@@ -255,8 +257,8 @@ public:
 
     // ---- Visibility -----------------------------------------------------------------------------------------------
 
-    /// Whether the handle's object is visible at `time`: the first of the object and its ancestors that does not defer to
-    /// its parent decides; true when none does, and without an object. Takes no lock: the caller holds the handle's.
+    /// Whether the handle's object is visible at `time`: the first of the object and its ancestors that does not defer
+    /// to its parent decides; true when none does, and without an object. Takes no lock: the caller holds the handle's.
     static bool is_object_visible_at(AbcInputArchiveHandle& handle, const double& time);
 
     // ---- Cameras --------------------------------------------------------------------------------------------------

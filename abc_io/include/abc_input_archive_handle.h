@@ -20,8 +20,8 @@ class SysThreadLockRecursive;
 /// Archive, object, lock and invalidation block are held by shared ownership: a copied handle shares them with the
 /// original, nothing is destroyed twice, and what a handle lets go of lives on for as long as somebody still uses it.
 /// Setting, deleting or invalidating the object on one thread while others evaluate through the same handle is safe: an
-/// evaluation takes its share first (share_object) and ends on the object it started with. File list and object name are
-/// not guarded: set them before the handle is shared.
+/// evaluation takes its share first (share_object) and ends on the object it started with. File list and object name
+/// are not guarded: set them before the handle is shared.
 class VO_ABC_IO_EXPORT AbcInputArchiveHandle
 {
 public:

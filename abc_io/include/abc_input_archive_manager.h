@@ -61,8 +61,8 @@ public:
     CoreArray<AbcFileList> get_invalid_cache_archives();
 
     /// Adds every transform, mesh, subdivision mesh, curves, points and camera below `parent`, at any depth, to
-    /// `objects` under its full name; one that cannot be opened is left out. `progress` may be null; when given it cycles
-    /// from 0.1 to 1.0 to show activity.
+    /// `objects` under its full name; one that cannot be opened is left out. `progress` may be null; when given it
+    /// cycles from 0.1 to 1.0 to show activity.
     void build_file_object_list(Alembic::Abc::IObject parent, CoreHashTable<CoreString, Alembic::Abc::IObject>& objects,
                                 AppProgressBar* progress);
 
@@ -76,7 +76,7 @@ public:
     /// Bytes held by the manager and its cache; the handles are not counted. Never waits for the manager's lock.
     unsigned long long get_memory_size() const;
 
-    /// Writes a report on every open archive to the log, at level 3. No archive is opened or released meanwhile.
+    /// Writes a report on every archive that is open at the moment of the call to the log, at level 3.
     void log_statistics() const;
 
 protected:
@@ -116,7 +116,8 @@ private:
     /// lock_ as ScopedLock takes it.
     std::shared_ptr<SysThreadLockRecursive> share_lock() const;
     std::shared_ptr<const CacheSnapshot> get_snapshot() const;
-    static void log_archive_statistics(unsigned int number, AbcCachedInputArchive& cached);
+    static void log_archive_statistics(unsigned int number, const AbcCachedInputArchive& cached,
+                                       std::shared_ptr<Alembic::Abc::IArchive> share);
 
     static AbcInputArchiveManager* s_abc_manager;
 

@@ -19,8 +19,8 @@ class VO_ABC_IO_EXPORT AbcInternal
 {
 public:
     /// The object of `full_name` ("/" separated, as Alembic gives it) below `root`. Empty components are skipped, so ""
-    /// and "/" are `root` itself and doubled separators do no harm. False, `object` untouched, when a component does not
-    /// exist or its object cannot be opened.
+    /// and "/" are `root` itself and doubled separators do no harm. False, `object` untouched, when a component does
+    /// not exist or its object cannot be opened.
     static bool get_object_by_full_name(Alembic::Abc::IObject root, const CoreString& full_name,
                                         Alembic::Abc::IObject& object);
 

@@ -11,10 +11,10 @@
 
 class AppBase;
 
-/// A new Alembic archive in the Ogawa format, stamped with the application's identity and with one uniform time sampling
-/// for the export. What is written into it is the caller's business, through the OArchive the handle is.
-/// Construction never throws: a failure goes to the host's log, to is_valid and to get_error_log.
-/// Copies share the open archive; the file is finished when the last of them, and of the objects in it, goes.
+/// A new Alembic archive in the Ogawa format, stamped with the application's identity and with one uniform time
+/// sampling for the export. What is written into it is the caller's business, through the OArchive the handle is.
+/// Construction never throws: a failure goes to the host's log, to is_valid and to get_error_log. Copies share the open
+/// archive; the file is finished when the last of them, and of the objects in it, goes.
 class VO_ABC_IO_EXPORT AbcOutputArchiveHandle : public Alembic::Abc::OArchive
 {
 public:
@@ -31,8 +31,8 @@ public:
     /// when nothing was recorded.
     CoreString get_error_log() const;
 
-    /// Index of the export's sampling in the archive: 1 in a fresh archive, whose index 0 is the default sampling; 0 when
-    /// the given sampling equals that one, when creation failed, and after reset.
+    /// Index of the export's sampling in the archive: 1 in a fresh archive, whose index 0 is the default sampling; 0
+    /// when the given sampling equals that one, when creation failed, and after reset.
     unsigned int get_time_sampling_index() const;
 
     /// Lets go of the archive (the file is closed with its last user); the time sampling index becomes 0.

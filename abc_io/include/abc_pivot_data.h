@@ -17,8 +17,8 @@ public:
     /// The identity.
     AbcPivotData();
 
-    /// The transform's matrix for column vectors: that of `transform`, times `matrix` when `use_matrix` is set. A matrix
-    /// of fewer than 16 values counts as the identity.
+    /// The transform's matrix for column vectors: that of `transform`, times `matrix` when `use_matrix` is set. A
+    /// matrix of fewer than 16 values counts as the identity.
     GMathMatrix4x4<double> get_global_matrix() const;
 
     /// Bytes of this record and of its matrix.

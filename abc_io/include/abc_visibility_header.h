@@ -25,14 +25,14 @@ public:
 
     /// Undefined, range 0 to 0.
     AbcVisibilityHeader();
-    /// Classifies the visibility property of `object`, an Alembic::Abc::IObject. Undefined, range 0 to 0, when the object
-    /// is null or invalid, or its property is missing, of another type or without samples. Alembic's exceptions pass.
-    /// The caller holds the archive's lock, if it has one.
+    /// Classifies the visibility property of `object`, an Alembic::Abc::IObject. Undefined, range 0 to 0, when the
+    /// object is null or invalid, or its property is missing, of another type or without samples. Alembic's exceptions
+    /// pass. The caller holds the archive's lock, if it has one.
     explicit AbcVisibilityHeader(void* object);
 
-    /// Folds the parent's header into this one. An undefined header takes the parent's, and everything under a constantly
-    /// hidden parent is constantly hidden; an animated one widens its range by the parent's; a constantly visible one
-    /// under an animated parent becomes animated. Otherwise nothing changes.
+    /// Folds the parent's header into this one. An undefined header takes the parent's, and everything under a
+    /// constantly hidden parent is constantly hidden; an animated one widens its range by the parent's; a constantly
+    /// visible one under an animated parent becomes animated. Otherwise nothing changes.
     void inherit_parent_visibility_header(const AbcVisibilityHeader& parent);
 
     bool is_undefined() const { return type == VISIBILITY_TYPE_UNDEFINED; }

@@ -11,7 +11,7 @@
 /// are; indices beyond the last polygon are too.
 VO_HOST_EXPORT void reverse_poly_order(const CoreArray<unsigned int>& counts, CoreArray<unsigned int>& indices);
 
-/// The same for part of a mesh: reverses the runs that lie whole within `index_count` indices, `count` onwards, and moves
-/// `count` past their lengths. Returns how many indices they take.
+/// The same for part of a mesh: reverses the runs that lie whole within `index_count` indices, `count` onwards, and
+/// moves `count` past their lengths. Returns how many indices they take.
 VO_HOST_EXPORT std::size_t reverse_whole_polygons(const unsigned int*& count, const unsigned int* counts_end,
                                                   unsigned int* indices, std::size_t index_count);

@@ -128,6 +128,19 @@ TEST_F(ReaderScope, ALockIsHeldWhileReadingAndFreeAfterwards)
     };
     EXPECT_THROW(with_bound_object<AbcG::IPolyMesh>(handle, "/body/shape", read), std::runtime_error);
     EXPECT_TRUE(is_free());
+    EXPECT_FALSE(handle.is_object_valid()) << "what could not be read is not bound";
+}
+
+TEST_F(ReaderScope, AReaderThatThrowsLeavesTheHandleOnTheEarlierObject)
+{
+    const ScopedArchive archive(files_);
+    AbcInputArchiveHandle& handle = archive.get_handle();
+    const auto pass = [](auto&, auto&) { return true; };
+    ASSERT_TRUE(with_bound_object<AbcG::IXform>(handle, "/body", pass));
+    const auto fail = [](auto&, auto&) -> bool { throw std::runtime_error("stop"); };
+    EXPECT_THROW(with_bound_object<AbcG::IPolyMesh>(handle, "/body/shape", fail), std::runtime_error);
+    EXPECT_EQ(handle.get_object_type(), AbcInputArchiveHandle::OBJECT_TYPE_XFORM);
+    EXPECT_EQ(handle.get_object_name(), CoreString("/body"));
 }
 
 TEST_F(ReaderScope, ArraysAreReadOnlyIntoTheirLikes)
