@@ -4,8 +4,12 @@
 
 #include <Alembic/Util/Exception.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <future>
+#include <system_error>
+#include <thread>
 
 namespace Alembic::Ogawa {
 
@@ -85,6 +89,15 @@ void FileWriter::append(const Bytes* parts, std::size_t part_count, std::uint64_
     }
 }
 
+/// `bytes` were appended at `position` in one call: they are in the buffer, or all of them were written.
+void FileWriter::overwrite(std::uint64_t position, const Bytes& bytes)
+{
+    if (position >= written_)
+        std::memcpy(buffer_.data() + (position - written_), bytes.data, bytes.size);
+    else
+        target_->write(position, &bytes, 1);
+}
+
 std::uint64_t FileWriter::append_data(std::initializer_list<Bytes> parts)
 {
     std::uint64_t size = 0;
@@ -105,16 +118,50 @@ std::uint64_t FileWriter::append_data(std::initializer_list<Bytes> parts)
     return entry;
 }
 
+std::uint64_t FileWriter::append_data(std::size_t head_size, const std::function<void(void*)>& make_head,
+                                      const Bytes& body)
+{
+    std::vector<char> head(head_size);
+    std::future<void> making; // waits at its end, however that is reached
+    if (body.size >= least_body_for_thread && std::thread::hardware_concurrency() > 1) {
+        try {
+            making = std::async(std::launch::async, make_head, head.data());
+        } catch (const std::system_error&) { // no thread to be had
+        }
+    }
+    if (!making.valid()) {
+        make_head(head.data());
+        return append_data({{head.data(), head.size()}, body});
+    }
+    const std::vector<char> placeholder(head_size);
+    const std::uint64_t entry = append_data({{placeholder.data(), placeholder.size()}, body});
+    guarded([&] {
+        making.get();
+        overwrite((entry & position_mask) + count_size, {head.data(), head.size()});
+    });
+    return entry;
+}
+
 std::uint64_t FileWriter::append_group(const std::vector<std::uint64_t>& entries)
+{
+    const std::uint64_t* next = entries.data();
+    return append_group(entries.size(), [&next] { return *next++; });
+}
+
+std::uint64_t FileWriter::append_group(std::uint64_t count, const std::function<std::uint64_t()>& next)
 {
     std::uint64_t entry = empty_group;
     guarded([&] {
-        if (entries.empty()) return;
-        const std::uint64_t count = entries.size();
-        const std::uint64_t entries_size = count * entry_size;
-        const Bytes block[] = {{&count, sizeof count}, {entries.data(), std::size_t(entries_size)}};
+        if (count == 0) return;
         entry = written_ + buffer_.size();
-        append(block, 2, count_size + entries_size);
+        std::array<std::uint64_t, 512> some = {count};
+        std::size_t used = 1;
+        for (std::uint64_t left = count; left > 0; used = 0) {
+            for (; left > 0 && used < some.size(); --left)
+                some[used++] = next();
+            const Bytes piece = {some.data(), used * entry_size};
+            append(&piece, 1, piece.size);
+        }
     });
     return entry;
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -33,8 +34,18 @@ public:
     /// `empty_data`, and nothing is written, when there are no bytes.
     std::uint64_t append_data(std::initializer_list<Bytes> parts);
 
+    /// Appends one data block of `head_size` bytes and then `body`. `make_head` fills the head in, and may read the body
+    /// for that; from `least_body_for_thread` bytes on it does so on another thread, while the body is written. Returns
+    /// the block's child entry. No thread is left behind, whatever happens.
+    std::uint64_t append_data(std::size_t head_size, const std::function<void(void*)>& make_head, const Bytes& body);
+
+    static constexpr std::size_t least_body_for_thread = 1 << 20; ///< written in a multiple of what starting one takes
+
     /// Appends a group with these child entries, and returns the entry that refers to it: `empty_group` for none.
     std::uint64_t append_group(const std::vector<std::uint64_t>& entries);
+
+    /// The same for `count` entries that `next` returns one after the other: they need not be in memory all at once.
+    std::uint64_t append_group(std::uint64_t count, const std::function<std::uint64_t()>& next);
 
     /// Completes the container with `root_entry`, the entry of its root group, and closes the target. The frozen flag
     /// is the last byte written, after everything else was taken by the system. Nothing can be appended afterwards.
@@ -53,6 +64,7 @@ private:
     void guarded(Operation operation);
     void append(const Bytes* parts, std::size_t part_count, std::uint64_t size);
     void write_buffer();
+    void overwrite(std::uint64_t position, const Bytes& bytes);
 
     std::unique_ptr<OutputTarget> target_;
     std::vector<char> buffer_;  ///< the last bytes of the container, not yet handed to the target

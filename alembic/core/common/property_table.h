@@ -2,8 +2,8 @@
 /// The properties of a compound, found by number and by name.
 #pragma once
 
+#include "core/common/name_index.h"
 #include "core/common/property_record.h"
-#include "core/ogawa/name_index.h"
 
 #include <cstdint>
 #include <string_view>
@@ -13,8 +13,6 @@
 namespace Alembic {
 namespace AbcCoreCommon {
 inline namespace ALEMBIC_VERSION_NS {
-
-using AbcCoreOgawa::NameIndex;
 
 /// Never changes once made.
 class PropertyTable

@@ -81,7 +81,7 @@ struct ObjectReader::Children
 
     std::vector<ChildLink> links;
     std::unique_ptr<std::atomic<ObjectReader*>[]> nodes; ///< null while nobody has asked for it
-    AbcCoreOgawa::NameIndex index;
+    AbcCoreCommon::NameIndex index;
 };
 
 ObjectReader::ObjectReader(ArchiveReader& archive, ObjectReader* parent, AbcA::ObjectHeader header, haddr_t address)
@@ -190,7 +190,7 @@ const AbcA::ObjectHeader& ObjectReader::getChildHeader(size_t i)
 const AbcA::ObjectHeader* ObjectReader::getChildHeader(const std::string& name)
 {
     const std::uint32_t index = children().find(name);
-    return index == AbcCoreOgawa::NameIndex::none ? nullptr : &node(index).header_;
+    return index == AbcCoreCommon::NameIndex::none ? nullptr : &node(index).header_;
 }
 
 AbcA::ObjectReaderPtr ObjectReader::getChild(size_t i)
@@ -202,7 +202,7 @@ AbcA::ObjectReaderPtr ObjectReader::getChild(size_t i)
 AbcA::ObjectReaderPtr ObjectReader::getChild(const std::string& name)
 {
     const std::uint32_t index = children().find(name);
-    return index == AbcCoreOgawa::NameIndex::none ? AbcA::ObjectReaderPtr() : archive_.handle_of(node(index));
+    return index == AbcCoreCommon::NameIndex::none ? AbcA::ObjectReaderPtr() : archive_.handle_of(node(index));
 }
 
 } // namespace ALEMBIC_VERSION_NS

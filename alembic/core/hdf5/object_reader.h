@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/hdf5/library.h"
-#include "core/ogawa/name_index.h"
+#include "core/common/name_index.h"
 
 #include <atomic>
 #include <cstdint>

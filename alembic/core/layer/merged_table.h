@@ -1,7 +1,7 @@
 /// Records of several layers, joined by name: the order of first appearance, and a hash to find them.
 #pragma once
 
-#include "core/ogawa/byte_hash.h"
+#include "core/common/byte_hash.h"
 
 #include <Alembic/Util/Foundation.h>
 
@@ -69,7 +69,7 @@ private:
     {
         size_t operator()(std::string_view name) const
         {
-            return static_cast<size_t>(AbcCoreOgawa::hash_bytes(name, AbcCoreOgawa::process_seed()));
+            return static_cast<size_t>(AbcCoreCommon::hash_bytes(name, AbcCoreCommon::process_seed()));
         }
     };
 

@@ -26,7 +26,7 @@ ChildTable::ChildTable(const Ogawa::DataReader& data, const MetadataTable& metad
     data.read(0, bytes_.get(), byte_count_);
 
     ByteCursor cursor(std::string_view(bytes_.get(), byte_count_));
-    const std::uint64_t most = std::min<std::uint64_t>(children_in_group, NameIndex::most_records);
+    const std::uint64_t most = std::min<std::uint64_t>(children_in_group, AbcCoreCommon::NameIndex::most_records);
     records_.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(most, byte_count_ / least_header_bytes)));
     std::uint8_t highest_metadata = 0;
     while (cursor.left() > 0) {

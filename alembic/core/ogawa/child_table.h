@@ -2,9 +2,9 @@
 /// The children of an object: their headers parsed once, their nodes made when they are asked for.
 #pragma once
 
+#include "core/common/name_index.h"
 #include "core/ogawa/limits.h"
 #include "core/ogawa/metadata_table.h"
-#include "core/ogawa/name_index.h"
 
 #include <atomic>
 #include <cstdint>
@@ -41,7 +41,7 @@ public:
     /// Bytes of a file that these children take at least: their headers, and their entries in the object's group.
     std::uint64_t byte_cost() const { return byte_count_ + child_entry_bytes * records_.size(); }
 
-    /// The number of the last child of that name, or NameIndex::none.
+    /// The number of the last child of that name, or AbcCoreCommon::NameIndex::none.
     std::uint32_t find(std::string_view name) const;
 
     /// Of child `index`, which must be below the number of records.
@@ -67,7 +67,7 @@ private:
     std::unique_ptr<char[]> bytes_; ///< the headers as they stand in the file
     std::size_t byte_count_ = 0;
     std::vector<Record> records_;
-    NameIndex index_;
+    AbcCoreCommon::NameIndex index_;
     std::unique_ptr<std::atomic<ObjectReader*>[]> nodes_;
     mutable std::atomic<ObjectReader*> last_made_{nullptr}; ///< all nodes, each leading to the one made before it
 };

@@ -90,6 +90,7 @@ std::shared_ptr<Writer> OgawaCompoundWriter::create(std::unique_ptr<WrittenPrope
     try {
         auto writer = std::make_shared<Writer>(shared_from_this(), record);
         record.writer = writer;
+        object_->archive().samples().make_room_for_property();
         return writer;
     } catch (...) {
         properties_.remove_last();

@@ -154,7 +154,7 @@ const AbcA::ObjectHeader& ObjectReader::getChildHeader(size_t i)
 const AbcA::ObjectHeader* ObjectReader::getChildHeader(const std::string& name)
 {
     const std::uint32_t index = children().find(name);
-    return index == NameIndex::none ? nullptr : &node(index).header_;
+    return index == AbcCoreCommon::NameIndex::none ? nullptr : &node(index).header_;
 }
 
 AbcA::ObjectReaderPtr ObjectReader::getChild(size_t i)
@@ -166,7 +166,7 @@ AbcA::ObjectReaderPtr ObjectReader::getChild(size_t i)
 AbcA::ObjectReaderPtr ObjectReader::getChild(const std::string& name)
 {
     const std::uint32_t index = children().find(name);
-    return index == NameIndex::none ? AbcA::ObjectReaderPtr() : open_child(index);
+    return index == AbcCoreCommon::NameIndex::none ? AbcA::ObjectReaderPtr() : open_child(index);
 }
 
 bool ObjectReader::read_hash(std::uint64_t which, AbcA::Digest& digest) const

@@ -2,9 +2,9 @@
 /// The property headers of a compound, parsed once and shared by every compound with equal headers.
 #pragma once
 
+#include "core/common/name_index.h"
 #include "core/common/property_table.h"
 #include "core/ogawa/metadata_table.h"
-#include "core/ogawa/name_index.h"
 #include "core/ogawa/time_sampling_table.h"
 
 #include <cstdint>

@@ -51,7 +51,7 @@ const PropertyTableCache::Entry* PropertyTableCache::find(const Entry* from, con
 
 const PropertyTable& PropertyTableCache::find_or_parse(std::string_view headers, const HeaderContext& context)
 {
-    const std::uint64_t hash = hash_bytes(headers, process_seed());
+    const std::uint64_t hash = AbcCoreCommon::hash_bytes(headers, AbcCoreCommon::process_seed());
     std::atomic<const Entry*>& bucket = buckets_[hash & bucket_mask_];
     const Entry* head = bucket.load(std::memory_order_acquire);
     if (const Entry* const found = find(head, nullptr, hash, headers)) return found->table;

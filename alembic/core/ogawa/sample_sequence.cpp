@@ -25,12 +25,6 @@ void SampleSequence::check_room(const AbcA::TimeSampling& sampling, std::uint64_
         ABCA_THROW("Property '" << record_.header.getName() << "' cannot have more than " << UINT32_MAX << " samples");
 }
 
-bool SampleSequence::is_repeat(const SampleKey& key) const
-{
-    // Intended: the same values in another shape are a repeat, and the shape is that of the sample stored last.
-    return record_.sample_count != 0 && key == last_key_;
-}
-
 std::uint64_t SampleSequence::store_dimensions(const AbcA::Dimensions& dimensions)
 {
     const Util::PlainOldDataType pod = record_.header.getDataType().getPod();
@@ -41,26 +35,29 @@ std::uint64_t SampleSequence::store_dimensions(const AbcA::Dimensions& dimension
     return archive_.file().append_data({{stored.rootPtr(), stored.rank() * sizeof(std::uint64_t)}});
 }
 
-void SampleSequence::store(const SampleKey& key, const Ogawa::Bytes& encoded, const AbcA::Dimensions* dimensions)
+void SampleSequence::refer_to(const SampleStore::Stored& sample, const AbcA::Dimensions* dimensions)
 {
-    const std::uint64_t data_entry = archive_.samples().store(key, encoded);
     const std::uint64_t dimensions_entry = dimensions != nullptr ? store_dimensions(*dimensions) : Ogawa::empty_data;
 
     // Repeats between two changes are stored as further references to the sample before.
     const std::uint32_t index = record_.sample_count;
-    const std::size_t repeats = record_.first_changed != 0 ? index - record_.last_changed - 1 : 0;
-    const std::size_t per_sample = dimensions != nullptr ? 2 : 1;
-    std::size_t end = entries_.size();
-    entries_.resize(end + (repeats + 1) * per_sample);
-    for (std::size_t i = 0; i < repeats * per_sample; ++i, ++end)
-        entries_[end] = entries_[end - per_sample];
-    entries_[end] = data_entry;
-    if (dimensions != nullptr) entries_[end + 1] = dimensions_entry;
+    const std::uint32_t repeats = record_.first_changed != 0 ? index - record_.last_changed - 1 : 0;
+    try {
+        data_entries_.append(data_entries_.back(), repeats);
+        data_entries_.append(sample.entry);
+        if (dimensions != nullptr) {
+            dimensions_entries_.append(dimensions_entries_.back(), repeats);
+            dimensions_entries_.append(dimensions_entry);
+        }
+    } catch (const std::exception& exception) { // no memory: the lists may not fit together any more
+        archive_.file().give_up(exception.what());
+        throw;
+    }
 
     if (record_.first_changed == 0) record_.first_changed = index; // stays 0 for the first sample
     record_.last_changed = index;
-    last_key_ = key;
-    last_hashed_ = hashed_with_shape(key.digest, dimensions);
+    last_ = sample;
+    last_hashed_ = hashed_with_shape(sample.key.digest, dimensions);
 }
 
 void SampleSequence::append(const void* data, std::uint64_t pod_count, const AbcA::Dimensions* dimensions)
@@ -69,9 +66,11 @@ void SampleSequence::append(const void* data, std::uint64_t pod_count, const Abc
     check_room(*record_.header.getTimeSampling(), std::uint64_t(record_.sample_count) + 1, "write");
     const AbcA::DataType& type = record_.header.getDataType();
     const Ogawa::Bytes encoded = archive_.samples().encode(data, type.getPod(), pod_count, record_.header.getName());
-    const SampleKey key = SampleStore::key_of(encoded, type.getPod());
-    if (!is_repeat(key)) {
-        store(key, encoded, dimensions);
+    const SampleStore::Stored* const last = record_.sample_count != 0 ? &last_ : nullptr;
+    const SampleStore::Stored sample = archive_.samples().store(encoded, type.getPod(), last);
+    // Intended: the same values in another shape are a repeat, and the shape is that of the sample stored last.
+    if (last == nullptr || sample.key != last->key) {
+        refer_to(sample, dimensions);
         if (dimensions != nullptr && pod_count != type.getExtent()) record_.has_one_element_each = false;
         if (dimensions != nullptr && pod_count != 0 && type.getExtent() > 1) record_.counts_values_as_elements = false;
     }
@@ -100,7 +99,15 @@ void SampleSequence::set_time_sampling(std::uint32_t index)
 void SampleSequence::finish()
 {
     const AbcA::PropertyHeader& header = record_.header;
-    record_.group_entry = archive_.file().append_group(entries_);
+    EntryList::Reader data(data_entries_);
+    EntryList::Reader dimensions(dimensions_entries_);
+    const bool is_array = header.isArray();
+    bool is_dimensions = false;
+    record_.group_entry = archive_.file().append_group(data_entries_.size() + dimensions_entries_.size(), [&] {
+        const std::uint64_t entry = is_dimensions ? dimensions.next() : data.next();
+        is_dimensions = is_array && !is_dimensions;
+        return entry;
+    });
     const bool is_constant = record_.sample_count > 0 && record_.first_changed == 0;
     archive_.note_sample_count(record_.time_sampling_index, is_constant ? 1 : record_.sample_count);
 

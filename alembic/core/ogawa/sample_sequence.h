@@ -4,20 +4,20 @@
 
 #include "archive_writer.h"
 #include "content_hash.h"
+#include "entry_list.h"
 #include "sample_store.h"
 #include "writer_records.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
 #include <cstdint>
-#include <vector>
 
 namespace Alembic {
 namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Recognises repeated samples, keeps the child entries of those that have to be stored (8 bytes a sample, 16 for
-/// arrays), and accumulates the hash. `archive` and `record` outlive it.
+/// Recognises repeated samples, keeps the child entries of those that have to be stored (see EntryList), and accumulates
+/// the hash. `archive` and `record` outlive it.
 class SampleSequence
 {
 public:
@@ -41,17 +41,18 @@ public:
 
 private:
     void check_room(const AbcA::TimeSampling& sampling, std::uint64_t sample_count, const char* verb) const;
-    bool is_repeat(const SampleKey& key) const;
-    void store(const SampleKey& key, const Ogawa::Bytes& encoded, const AbcA::Dimensions* dimensions);
+    void refer_to(const SampleStore::Stored& sample, const AbcA::Dimensions* dimensions);
     std::uint64_t store_dimensions(const AbcA::Dimensions& dimensions);
 
     OgawaArchiveWriter& archive_;
     WrittenProperty& record_;
-    std::vector<std::uint64_t> entries_; ///< children of the property's group
+    // Children of the property's group: the data of each stored sample, and for arrays its dimensions behind it.
+    EntryList data_entries_;
+    EntryList dimensions_entries_;
     SampleSequenceHash hash_;
 
     // The sample stored last. Meaningful once there is one.
-    SampleKey last_key_;
+    SampleStore::Stored last_;
     Util::Digest last_hashed_; ///< what the sample adds to the accumulated hash
 };
 

@@ -2,12 +2,12 @@
 /// Stores the samples of a whole archive: equal ones once, whatever property they belong to.
 #pragma once
 
+#include "large_sample_filter.h"
 #include "ogawa/file_writer.h"
+#include "sample_table.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
-#include <Alembic/Util/Digest.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -17,57 +17,6 @@ namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
 namespace AbcA = ::Alembic::AbcCoreAbstract;
-
-/// Samples of two classes are never taken for equal, those of all numeric types are by their bytes alone.
-enum SampleClass : std::uint8_t {
-    SAMPLE_CLASS_NUMBERS = 0,
-    SAMPLE_CLASS_STRINGS = 1,
-    SAMPLE_CLASS_WIDE_STRINGS = 2,
-};
-
-/// Identifies what a sample holds.
-struct SampleKey
-{
-    Util::Digest digest;   ///< as stored before the sample's bytes; zero for a sample without elements
-    Util::Digest contents; ///< what is compared: the digest, for wide strings together with their number
-    SampleClass sample_class = SAMPLE_CLASS_NUMBERS;
-};
-
-inline bool operator==(const SampleKey& a, const SampleKey& b)
-{
-    return a.contents == b.contents && a.sample_class == b.sample_class;
-}
-
-inline bool operator!=(const SampleKey& a, const SampleKey& b)
-{
-    return !(a == b);
-}
-
-/// Finds the position of a stored sample by its contents. A hash table of 24 bytes a slot, between three eighths and
-/// three quarters full: 32 to 64 bytes for each different sample.
-class SampleTable
-{
-public:
-    /// Position of the data block with these contents; 0 when there is none.
-    std::uint64_t find(const SampleKey& key) const;
-
-    /// Adds a sample that find() does not find. `position` is greater than 0 and below 2^62.
-    void insert(const SampleKey& key, std::uint64_t position);
-
-private:
-    struct Slot
-    {
-        Util::Digest contents;
-        std::uint64_t position_and_class = 0; ///< the class in the two high bits; 0: the slot is free
-    };
-
-    /// The slot that holds these contents, or the free one where they belong.
-    static std::size_t slot_for(const std::vector<Slot>& slots, const Util::Digest& contents, std::uint64_t class_bits);
-    void grow();
-
-    std::vector<Slot> slots_; ///< a power of two of them, or none
-    std::size_t used_ = 0;
-};
 
 /// Turns samples into stored bytes, and writes those that the archive does not hold yet.
 class SampleStore
@@ -84,15 +33,25 @@ public:
     Ogawa::Bytes encode(const void* data, Util::PlainOldDataType pod, std::uint64_t pod_count,
                         const std::string& property);
 
-    /// The key of encoded bytes. Reads all of them, once (wide strings: a quarter of them).
-    static SampleKey key_of(const Ogawa::Bytes& encoded, Util::PlainOldDataType pod);
+    /// A sample's key, and where it stands in the archive.
+    struct Stored
+    {
+        SampleKey key;
+        std::uint64_t entry = Ogawa::empty_data; ///< child entry of its data block
+    };
 
-    /// The child entry of the data block that holds the sample: one that is there already, or a new one.
-    std::uint64_t store(const SampleKey& key, const Ogawa::Bytes& encoded);
+    /// Stores encoded bytes of values of type `pod`, unless they are those of `last` (null for none) or the archive is
+    /// known to hold them: then the entry is that of the data block that is there. All bytes are read once (of wide
+    /// strings a quarter).
+    Stored store(const Ogawa::Bytes& encoded, Util::PlainOldDataType pod, const Stored* last);
+
+    /// To be told of every property that is made: how many samples are remembered depends on that.
+    void make_room_for_property() { stored_.make_room_for_property(); }
 
 private:
     Ogawa::FileWriter& file_;
     SampleTable stored_;
+    LargeSampleFilter large_samples_;
     std::vector<char> encoded_strings_;
 };
 

@@ -10,9 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <numeric>
 #include <random>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <sys/resource.h>
@@ -125,6 +127,69 @@ TEST(FileWriter, EveryEntryLeadsToItsBytesAndStreamsGetTheSameFile)
         const RandomContainer same(stream_writer, seed);
         stream << "what comes after";
         EXPECT_TRUE(stream.str() == "what stood there before" + bytes + "what comes after") << "seed " << seed;
+    }
+}
+
+TEST(FileWriter, AHeadMadeFromTheBodyStandsBeforeItHoweverLargeTheBodyIs)
+{
+    const auto sum_of = [](const std::string& body) {
+        return std::accumulate(body.begin(), body.end(), std::uint64_t(7));
+    };
+    for (const std::size_t size : {0, 5, 40000, 1 << 20, 3000001}) {
+        std::string body(size, 'b');
+        for (std::size_t i = 0; i < size; i += 97)
+            body[i] = char(i);
+        const auto make_head = [&](void* head) {
+            const std::uint64_t sum = sum_of(body);
+            std::memcpy(head, &sum, sizeof sum);
+        };
+        std::stringstream stream;
+        Ogawa::FileWriter writer(Ogawa::open_output_stream(stream));
+        writer.append_data({{"before", 6}});
+        const std::uint64_t entry = writer.append_data(8, make_head, {body.data(), body.size()});
+        writer.finish(writer.append_group({entry}));
+        const std::string bytes = stream.str();
+        const std::uint64_t position = entry & Ogawa::position_mask;
+        EXPECT_EQ(number_at(bytes, position), 8 + size);
+        EXPECT_EQ(number_at(bytes, position + 8), sum_of(body)) << size;
+        EXPECT_EQ(bytes.compare(position + 16, size, body), 0) << size;
+
+        // A full disk, met while the head is being made and when it is put in its place.
+        for (const std::size_t capacity : {std::size_t(20), 22 + size / 2}) {
+            LimitedBuffer buffer(capacity);
+            std::ostream limited(&buffer);
+            EXPECT_THAT(error_of([&] {
+                            Ogawa::FileWriter failing(Ogawa::open_output_stream(limited));
+                            const auto lost = failing.append_data(8, make_head, {body.data(), body.size()});
+                            failing.finish(failing.append_group({lost}));
+                        }),
+                        StartsWith("Could not write to the given ostream"));
+            EXPECT_FALSE(is_marked_complete(buffer.str()));
+        }
+        if (size < Ogawa::FileWriter::least_body_for_thread) continue;
+        const auto fail = [](void*) { throw Exception("no head"); };
+        Ogawa::FileWriter headless(Ogawa::open_output_stream(stream));
+        EXPECT_EQ(error_of([&] { headless.append_data(8, fail, {body.data(), body.size()}); }), "no head");
+        EXPECT_EQ(error_of([&] { headless.check(); }), std::thread::hardware_concurrency() > 1 ? "no head" : "");
+    }
+}
+
+TEST(FileWriter, AGroupOfEntriesThatComeOneByOneIsTheSameGroup)
+{
+    for (const std::size_t count : {0, 1, 511, 512, 513, 5000}) {
+        std::vector<std::uint64_t> entries(count);
+        for (std::size_t i = 0; i < count; ++i)
+            entries[i] = i * i;
+        std::stringstream stream;
+        Ogawa::FileWriter writer(Ogawa::open_output_stream(stream));
+        std::size_t next = 0;
+        const std::uint64_t group = writer.append_group(count, [&] { return entries[next++]; });
+        writer.finish(group);
+        const std::string bytes = stream.str();
+        ASSERT_EQ(bytes.size(), 16 + (count > 0 ? 8 + 8 * count : 0));
+        if (count == 0) continue;
+        EXPECT_EQ(number_at(bytes, group), count);
+        EXPECT_EQ(std::memcmp(bytes.data() + group + 8, entries.data(), 8 * count), 0) << count;
     }
 }
 

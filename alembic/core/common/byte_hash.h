@@ -10,7 +10,7 @@
 #include <string_view>
 
 namespace Alembic {
-namespace AbcCoreOgawa {
+namespace AbcCoreCommon {
 inline namespace ALEMBIC_VERSION_NS {
 
 /// Different in every process, so that no file can be made whose names all fall into one slot.
@@ -64,5 +64,5 @@ inline std::uint64_t hash_bytes(std::string_view bytes, std::uint64_t seed)
 }
 
 } // namespace ALEMBIC_VERSION_NS
-} // namespace AbcCoreOgawa
+} // namespace AbcCoreCommon
 } // namespace Alembic

@@ -2,14 +2,14 @@
 /// Finds a record by its name: an open-addressing hash table of record numbers. The names stay with their owner.
 #pragma once
 
-#include "core/ogawa/byte_hash.h"
+#include "core/common/byte_hash.h"
 
 #include <cstdint>
 #include <memory>
 #include <string_view>
 
 namespace Alembic {
-namespace AbcCoreOgawa {
+namespace AbcCoreCommon {
 inline namespace ALEMBIC_VERSION_NS {
 
 /// Filled once, then read by any number of threads. `NameOf` is a callable: record number to std::string_view.
@@ -89,5 +89,5 @@ private:
 };
 
 } // namespace ALEMBIC_VERSION_NS
-} // namespace AbcCoreOgawa
+} // namespace AbcCoreCommon
 } // namespace Alembic

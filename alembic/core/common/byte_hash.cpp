@@ -1,11 +1,11 @@
 /// @file
 /// The seed of the hashes in memory.
-#include "core/ogawa/byte_hash.h"
+#include "core/common/byte_hash.h"
 
 #include <chrono>
 
 namespace Alembic {
-namespace AbcCoreOgawa {
+namespace AbcCoreCommon {
 inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
@@ -27,5 +27,5 @@ std::uint64_t make_seed()
 const std::uint64_t seed_of_process = make_seed();
 
 } // namespace ALEMBIC_VERSION_NS
-} // namespace AbcCoreOgawa
+} // namespace AbcCoreCommon
 } // namespace Alembic
