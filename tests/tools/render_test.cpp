@@ -466,3 +466,41 @@ TEST_F(Render, RandomTopologyNeverCrashes)
         EXPECT_EQ(result.status, 0) << "seed " << seed << ": " << result.errors;
     }
 }
+
+/// Threads of any basis, through points that may lie on one another or be no numbers, of any width.
+TEST_F(Render, RandomCurvesNeverCrash)
+{
+    const AbcG::BasisType bases[] = {AbcG::kNoBasis,         AbcG::kBezierBasis,  AbcG::kBsplineBasis,
+                                     AbcG::kCatmullromBasis, AbcG::kHermiteBasis, AbcG::kPowerBasis};
+    const float oddities[] = {0.0f, -1.0f, 1e-30f, 1e14f, 1e30f, std::numeric_limits<float>::quiet_NaN()};
+    for (unsigned int seed = 0; seed < 24; ++seed) {
+        std::mt19937 random(seed);
+        const auto pick = [&](int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); };
+        const auto number = [&] { return pick(0, 60) ? float(pick(-2, 2)) : oddities[pick(0, 5)]; };
+        Ints counts;
+        Points points;
+        for (int curve = pick(1, 12); curve > 0; --curve)
+            counts.push_back(pick(0, 9));
+        std::vector<std::uint8_t> orders;
+        for (const int count : counts) {
+            for (int i = 0; i < count; ++i)
+                points.emplace_back(number(), number(), number());
+            orders.push_back(static_cast<std::uint8_t>(seed % 2 ? 4 : pick(0, 9)));
+        }
+        std::vector<float> widths;
+        const std::size_t width_counts[] = {0, 1, counts.size(), points.size(), 2 * counts.size()};
+        for (std::size_t i = width_counts[pick(0, 4)]; i > 0; --i)
+            widths.push_back(pick(0, 5) ? 0.5f : oddities[pick(0, 5)]);
+        const auto type = static_cast<AbcG::CurveType>(pick(0, 2));
+        write([&](AbcG::OObject top) {
+            AbcG::OCurvesSchema::Sample sample(
+                AbcG::P3fArraySample(points), counts, type, pick(0, 1) ? AbcG::kPeriodic : AbcG::kNonPeriodic,
+                AbcG::OFloatGeomParam::Sample(AbcG::FloatArraySample(widths), AbcG::kVertexScope),
+                AbcG::OV2fGeomParam::Sample(), AbcG::ON3fGeomParam::Sample(), bases[pick(0, 5)]);
+            if (type == AbcG::kVariableOrder) sample.setOrders(AbcG::UcharArraySample(orders));
+            AbcG::OCurves(top, "curves").getSchema().set(sample);
+        });
+        const ToolRun result = run({"--size", "16x16", "--samples", "2", "--shutter", "0.1"}, picture_.path());
+        EXPECT_EQ(result.status, 0) << "seed " << seed << ": " << result.errors;
+    }
+}
