@@ -3,7 +3,6 @@
 #include "core/hdf5/archive_reader.h"
 
 #include "core/hdf5/attribute.h"
-#include "core/hdf5/file_driver.h"
 #include "core/hdf5/limits.h"
 
 #include <algorithm>
@@ -41,16 +40,16 @@ std::shared_ptr<ArchiveReader> ArchiveReader::open(const std::string& file_name,
 
 ArchiveReader::ArchiveReader(const std::string& name)
     : name_(name)
+    , file_(name)
 {
-    file_ = require(open_file(name, file_size_), "Nonexistent or not an Alembic file: " + name);
-    const Handle root = require(Handle(H5Gopen2(file(), "/", H5P_DEFAULT), H5Gclose), "Invalid Alembic file: " + name);
+    const Handle root = file_.open_root();
 
     const std::int32_t version = read_number<std::int32_t>(root.id(), "abc_version").value_or(missing_file_version);
     if (version != file_version) ABCA_THROW("Unsupported file version detected: " << version);
     library_version_ = read_number<std::int32_t>(root.id(), "abc_release_version").value_or(missing_library_version);
     read_time_samplings(root.id());
 
-    const Handle top = open_linked(root.id(), "ABC", H5I_GROUP);
+    const Handle top = file_.open_linked(root.id(), "ABC", H5I_GROUP);
     if (!top) ABCA_THROW("Invalid Alembic file: " << name << " has no group 'ABC'");
     const AbcA::ObjectHeader header("ABC", "/", read_metadata(top.id(), ".prop.meta"));
     top_ = std::make_unique<ObjectReader>(*this, nullptr, header, address_of(top.id()));
@@ -95,15 +94,15 @@ const PropertyTable& ArchiveReader::properties_of(const Handle& group)
 void ArchiveReader::count_links(std::uint64_t links)
 {
     links_ += links;
-    if (links_ > file_size_ / link_bytes)
-        ABCA_THROW("Read invalid: " << name_ << " has more objects than fit into its " << file_size_
+    if (links_ > file_.size() / link_bytes)
+        ABCA_THROW("Read invalid: " << name_ << " has more objects than fit into its " << file_.size()
                                     << " bytes: groups are shared between parents.");
 }
 
 void ArchiveReader::count_full_name(std::uint64_t bytes)
 {
     full_names_ += bytes;
-    const std::uint64_t limit = std::max(full_name_floor, full_name_factor * file_size_);
+    const std::uint64_t limit = std::max(full_name_floor, full_name_factor * file_.size());
     if (full_names_ > limit)
         ABCA_THROW("Read invalid: the full names of the objects in " << name_ << " take more than " << limit
                                                                      << " bytes.");

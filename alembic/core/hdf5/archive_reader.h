@@ -2,6 +2,7 @@
 /// An HDF5 archive open for reading: owns the file and all that has been parsed of it.
 #pragma once
 
+#include "core/hdf5/file.h"
 #include "core/hdf5/object_reader.h"
 #include "core/hdf5/property_parsing.h"
 
@@ -33,8 +34,8 @@ public:
     std::int32_t getArchiveVersion() override { return library_version_; }
     AbcA::ArchiveReaderPtr asArchivePtr() override { return shared_from_this(); }
 
-    hid_t file() const { return file_.id(); }
-    std::uint64_t file_size() const { return file_size_; }
+    /// The caller holds a LibraryLock.
+    File& file() { return file_; }
 
     /// A pointer to a node of the tree that keeps the archive, and with it the node and its parents, alive.
     AbcA::ObjectReaderPtr handle_of(ObjectReader& node) { return AbcA::ObjectReaderPtr(shared_from_this(), &node); }
@@ -54,8 +55,7 @@ private:
     void read_time_samplings(hid_t root);
 
     const std::string name_;
-    std::uint64_t file_size_ = 0;
-    Handle file_; ///< closed last: all other handles are within it
+    File file_; ///< closed last: all other handles are within it
     std::int32_t library_version_ = 0;
     TimeSamplings time_samplings_;
     std::vector<std::int64_t> max_samples_; ///< per time sampling; may have fewer

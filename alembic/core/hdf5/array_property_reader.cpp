@@ -54,13 +54,12 @@ std::uint64_t count_texts(const DataSet& data, AbcA::PlainOldDataType pod)
 
 DataSet ArrayPropertyReader::open(const SamplePlace& place) const
 {
-    Handle data_set = open_linked(place.group, place.name, H5I_DATASET);
+    Handle data_set = compound().file().open_linked(place.group, place.name, H5I_DATASET);
     if (!data_set) {
         const bool is_first = place.group == compound().group();
         ABCA_THROW("Invalid property: " << getName() << ", missing " << (is_first ? "smp1" : place.name));
     }
-    return DataSet(std::move(data_set), getHeader().getDataType().getPod(), getName(),
-                   compound().archive().file_size());
+    return DataSet(std::move(data_set), getHeader().getDataType().getPod(), getName(), compound().file().size());
 }
 
 /// The shape of a sample. Its number of elements always fits the stored values: of numbers it takes them all, of texts

@@ -23,6 +23,11 @@ CompoundPropertyReader::CompoundPropertyReader(AbcA::ObjectReaderPtr object, Arc
 {
 }
 
+File& CompoundPropertyReader::file() const
+{
+    return archive_.file();
+}
+
 AbcA::ScalarPropertyReaderPtr CompoundPropertyReader::getScalarProperty(const std::string& name)
 {
     std::uint32_t index = 0;
@@ -45,7 +50,7 @@ AbcA::CompoundPropertyReaderPtr CompoundPropertyReader::getCompoundProperty(cons
     const PropertyRecord* const record = find(name, AbcA::kCompoundProperty, index);
     if (!record) return {};
     const LibraryLock lock;
-    Handle group = open_linked(this->group(), name, H5I_GROUP);
+    Handle group = archive_.file().open_linked(this->group(), name, H5I_GROUP);
     if (group)
         for (const CompoundPropertyReader* ancestor = this; ancestor; ancestor = ancestor->parent().get())
             if (address_of(ancestor->group()) == address_of(group.id()))

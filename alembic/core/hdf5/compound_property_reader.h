@@ -13,6 +13,7 @@ namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
 class ArchiveReader;
+class File;
 
 /// Keeps its group open; what was parsed of it stays with the archive.
 class CompoundPropertyReader final : public AbcCoreCommon::CompoundPropertyReader<CompoundPropertyReader>
@@ -29,6 +30,7 @@ public:
     AbcA::CompoundPropertyReaderPtr getCompoundProperty(const std::string& name) override;
 
     ArchiveReader& archive() const { return archive_; }
+    File& file() const;
 
     /// The group of its properties; it has one if it has properties.
     hid_t group() const { return group_.id(); }

@@ -2,8 +2,6 @@
 /// The file driver. Its functions are called by libhdf5: no exception may leave them.
 #include "core/hdf5/file_driver.h"
 
-#include "ogawa/byte_source.h"
-
 #if H5_VERSION_GE(1, 13, 2)
 #include <H5FDdevelop.h>
 #endif
@@ -62,7 +60,8 @@ int driver_compare(const H5FD_t* a, const H5FD_t* b)
 
 herr_t driver_query(const H5FD_t*, unsigned long* features)
 {
-    *features = H5FD_FEAT_ACCUMULATE_METADATA | H5FD_FEAT_DATA_SIEVE | H5FD_FEAT_DEFAULT_VFD_COMPATIBLE;
+    // Metadata is not accumulated: releases of libhdf5 that are in use take damaged addresses for what was accumulated.
+    *features = H5FD_FEAT_DATA_SIEVE | H5FD_FEAT_DEFAULT_VFD_COMPATIBLE;
     return 0;
 }
 
@@ -80,6 +79,12 @@ herr_t driver_set_end_of_addresses(H5FD_t* file, H5FD_mem_t, haddr_t address)
 haddr_t driver_get_end_of_file(const H5FD_t* file, H5FD_mem_t)
 {
     return ours(file).source->size();
+}
+
+herr_t driver_get_handle(H5FD_t* file, hid_t, void** handle)
+{
+    *handle = ours(file).source.get();
+    return 0;
 }
 
 herr_t driver_read(H5FD_t* file, H5FD_mem_t, hid_t, haddr_t address, std::size_t size, void* into)
@@ -113,6 +118,7 @@ H5FD_class_t make_driver_class()
     driver.get_eoa = driver_get_end_of_addresses;
     driver.set_eoa = driver_set_end_of_addresses;
     driver.get_eof = driver_get_end_of_file;
+    driver.get_handle = driver_get_handle;
     driver.read = driver_read;
     driver.write = driver_write;
     for (H5FD_mem_t& kind : driver.fl_map)
@@ -122,17 +128,16 @@ H5FD_class_t make_driver_class()
 
 } // namespace
 
-Handle open_file(const std::string& name, std::uint64_t& size)
+Handle register_driver()
 {
     static const H5FD_class_t driver_class = make_driver_class();
-    const Handle driver = require(Handle(H5FDregister(&driver_class), H5FDunregister), "libhdf5 takes no file driver");
-    const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), "libhdf5 is out of memory");
-    if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed("libhdf5 takes no file driver");
-    Handle file(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
-    hsize_t bytes = 0;
-    if (file && H5Fget_filesize(file.id(), &bytes) < 0) throw_failed("Could not find out the size of " + name);
-    size = bytes;
-    return file;
+    return require(Handle(H5FDregister(&driver_class), H5FDunregister), "libhdf5 takes no file driver");
+}
+
+const Ogawa::FileSource* driver_bytes(hid_t file)
+{
+    void* source = nullptr;
+    return H5Fget_vfd_handle(file, H5P_DEFAULT, &source) < 0 ? nullptr : static_cast<const Ogawa::FileSource*>(source);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -103,34 +103,6 @@ Handle require(Handle handle, const std::string& what)
     return handle;
 }
 
-Handle open_group_at(hid_t file, haddr_t address, const std::string& name)
-{
-    Handle object = require(Handle(H5Oopen_by_addr(file, address), H5Oclose), "Could not open '" + name + "'");
-    if (H5Iget_type(object.id()) != H5I_GROUP) ABCA_THROW("Could not open '" << name << "': it is not a group");
-    return object;
-}
-
-Handle open_linked(hid_t group, const std::string& name, H5I_type_t kind)
-{
-    const htri_t there = H5Lexists(group, name.c_str(), H5P_DEFAULT);
-    if (there == 0) return {};
-    H5L_info_t link;
-    if (there < 0 || H5Lget_info(group, name.c_str(), &link, H5P_DEFAULT) < 0)
-        throw_failed("Could not open '" + name + "'");
-    if (link.type != H5L_TYPE_HARD) ABCA_THROW("Could not open '" << name << "': it is a link to another place");
-    Handle object = require(Handle(H5Oopen_by_addr(group, link.u.address), H5Oclose), "Could not open '" + name + "'");
-    if (H5Iget_type(object.id()) != kind)
-        ABCA_THROW("Could not open '" << name << "': it is not a " << (kind == H5I_GROUP ? "group" : "data set"));
-    return object;
-}
-
-haddr_t address_of(hid_t group)
-{
-    H5O_info_t info;
-    if (H5Oget_info(group, &info) < 0) throw_failed("Could not find out where a group stands");
-    return info.addr;
-}
-
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5
 } // namespace Alembic

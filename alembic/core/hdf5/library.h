@@ -72,17 +72,6 @@ private:
 /// `handle` itself. Throws as throw_failed() when there is nothing in it.
 Handle require(Handle handle, const std::string& what);
 
-/// Opens what the hard link `name` in the group leads to; nothing when there is no such link. Links of other kinds lead to
-/// other places or files: archives have none, and they are not followed. Throws for those, and when it is not of that kind
-/// or damaged.
-Handle open_linked(hid_t group, const std::string& name, H5I_type_t kind);
-
-/// Opens the group at an address that a link gave. Throws when there is none.
-Handle open_group_at(hid_t file, haddr_t address, const std::string& name);
-
-/// Where a group stands in its file.
-haddr_t address_of(hid_t group);
-
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5
 } // namespace Alembic

@@ -115,15 +115,16 @@ AbcA::ObjectReaderPtr ObjectReader::asObjectPtr()
 
 Handle ObjectReader::open_group() const
 {
-    return open_group_at(archive_.file(), address_, header_.getFullName());
+    return archive_.file().open_group(address_, header_.getFullName());
 }
 
 AbcA::CompoundPropertyReaderPtr ObjectReader::getProperties()
 {
     const LibraryLock lock;
     const Handle group = open_group();
-    return std::make_shared<CompoundPropertyReader>(asObjectPtr(), archive_, nullptr, AbcCoreCommon::unnamed_compound(),
-                                                    open_linked(group.id(), std::string(properties_name), H5I_GROUP));
+    return std::make_shared<CompoundPropertyReader>(
+        asObjectPtr(), archive_, nullptr, AbcCoreCommon::unnamed_compound(),
+        archive_.file().open_linked(group.id(), std::string(properties_name), H5I_GROUP));
 }
 
 const ObjectReader::Children& ObjectReader::children() const
@@ -139,7 +140,7 @@ const ObjectReader::Children& ObjectReader::children() const
 std::unique_ptr<ObjectReader::Children> ObjectReader::list_children() const
 {
     const Handle group = open_group();
-    Listing listing = {{}, archive_.file_size() / link_bytes};
+    Listing listing = {{}, archive_.file().size() / link_bytes};
     list_links(group.id(), listing);
     archive_.count_links(listing.links.size());
     for (const ChildLink& link : listing.links)
@@ -158,7 +159,7 @@ std::unique_ptr<ObjectReader> ObjectReader::make_node(const std::string& name, h
         if (ancestor->address_ == address)
             ABCA_THROW("Read invalid: '" << full_name << "' is one of its own ancestors");
     archive_.count_full_name(full_name.size());
-    const Handle group = open_group_at(archive_.file(), address, full_name);
+    const Handle group = archive_.file().open_group(address, full_name);
     const AbcA::ObjectHeader header(name, full_name, read_metadata(group.id(), ".prop.meta"));
     return std::make_unique<ObjectReader>(archive_, const_cast<ObjectReader*>(this), header, address);
 }

@@ -29,7 +29,7 @@ WriteArchive::WriteArchive(bool) {}
 AbcA::ArchiveWriterPtr WriteArchive::operator()(const std::string& fileName, const AbcA::MetaData&) const
 {
     ABCA_THROW("Could not open file: " << fileName
-                                       << "\nHDF5 archives are read, not written: use AbcCoreOgawa::WriteArchive");
+                                       << ": HDF5 archives are read, not written: use AbcCoreOgawa::WriteArchive");
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -18,10 +18,10 @@ std::string padded(std::uint64_t number)
 
 } // namespace
 
-SamplePlace StoredSamples::place_of(hid_t group, const std::string& property, std::uint64_t index)
+SamplePlace StoredSamples::place_of(File& file, hid_t group, const std::string& property, std::uint64_t index)
 {
     if (index == 0) return {group, property + ".smp0"};
-    if (!later_) later_ = open_linked(group, property + ".smpi", H5I_GROUP);
+    if (!later_) later_ = file.open_linked(group, property + ".smpi", H5I_GROUP);
     if (!later_) ABCA_THROW("Invalid property: " << property << ", missing smpi");
     return {later_.id(), padded(index)};
 }

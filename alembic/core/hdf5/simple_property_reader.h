@@ -4,6 +4,7 @@
 
 #include "core/common/simple_property_reader.h"
 #include "core/hdf5/compound_property_reader.h"
+#include "core/hdf5/file.h"
 
 #include <cstdint>
 #include <string>
@@ -25,7 +26,7 @@ class StoredSamples
 public:
     /// The place of stored sample `index`, among those of `property` in the compound's group. Throws when the group of the
     /// later samples is missing.
-    SamplePlace place_of(hid_t group, const std::string& property, std::uint64_t index);
+    SamplePlace place_of(File& file, hid_t group, const std::string& property, std::uint64_t index);
 
 private:
     Handle later_; ///< the group of all samples but the first, opened when it is first needed
@@ -45,7 +46,7 @@ protected:
     {
         this->require_sample(index);
         const std::uint64_t stored = this->record().samples.stored_sample(static_cast<std::uint64_t>(index));
-        return samples_.place_of(this->compound().group(), this->getName(), stored);
+        return samples_.place_of(this->compound().file(), this->compound().group(), this->getName(), stored);
     }
 
 private:

@@ -1,0 +1,86 @@
+/// @file
+/// Opens objects, once their headers are known to be sound.
+#include "core/hdf5/file.h"
+
+#include "core/hdf5/file_driver.h"
+#include "core/hdf5/header_check.h"
+
+namespace Alembic {
+namespace AbcCoreHDF5 {
+inline namespace ALEMBIC_VERSION_NS {
+
+File::File(const std::string& name)
+{
+    const std::string failure = "Nonexistent or not an Alembic file: " + name;
+    const Handle driver = register_driver();
+    const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), failure);
+    if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed(failure);
+    file_ = require(Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose), failure);
+
+    const Handle creation = require(Handle(H5Fget_create_plist(file_.id()), H5Pclose), failure);
+    std::size_t address_size = 0, length_size = 0;
+    hsize_t user_block = 0;
+    if (H5Pget_sizes(creation.id(), &address_size, &length_size) < 0 ||
+        H5Pget_userblock(creation.id(), &user_block) < 0)
+        throw_failed(failure);
+    if (address_size != sizeof(std::uint64_t) || length_size != sizeof(std::uint64_t))
+        ABCA_THROW(failure << ": its addresses have " << address_size << " bytes");
+    base_ = user_block;
+    bytes_ = driver_bytes(file_.id());
+    if (!bytes_) throw_failed(failure);
+}
+
+void File::check_header(haddr_t address, const std::string& name)
+{
+    if (checked_.count(address) > 0) return;
+    try {
+        if (address > size()) ABCA_THROW("it is not in the file");
+        check_object_header(*bytes_, base_, base_ + address);
+    } catch (const std::exception& error) {
+        ABCA_THROW("Could not open '" << name << "': " << error.what());
+    }
+    checked_.insert(address);
+}
+
+Handle File::open_object(haddr_t address, H5I_type_t kind, const std::string& name)
+{
+    check_header(address, name);
+    Handle object = require(Handle(H5Oopen_by_addr(file_.id(), address), H5Oclose), "Could not open '" + name + "'");
+    if (H5Iget_type(object.id()) != kind)
+        ABCA_THROW("Could not open '" << name << "': it is not a " << (kind == H5I_GROUP ? "group" : "data set"));
+    return object;
+}
+
+Handle File::open_root()
+{
+    Handle root = require(Handle(H5Gopen2(file_.id(), "/", H5P_DEFAULT), H5Gclose), "Could not open the root group");
+    check_header(address_of(root.id()), "/");
+    return root;
+}
+
+Handle File::open_group(haddr_t address, const std::string& name)
+{
+    return open_object(address, H5I_GROUP, name);
+}
+
+Handle File::open_linked(hid_t group, const std::string& name, H5I_type_t kind)
+{
+    const htri_t there = H5Lexists(group, name.c_str(), H5P_DEFAULT);
+    if (there == 0) return {};
+    H5L_info_t link;
+    if (there < 0 || H5Lget_info(group, name.c_str(), &link, H5P_DEFAULT) < 0)
+        throw_failed("Could not open '" + name + "'");
+    if (link.type != H5L_TYPE_HARD) ABCA_THROW("Could not open '" << name << "': it is a link to another place");
+    return open_object(link.u.address, kind, name);
+}
+
+haddr_t address_of(hid_t object)
+{
+    H5O_info_t info;
+    if (H5Oget_info(object, &info) < 0) throw_failed("Could not find out where an object stands");
+    return info.addr;
+}
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreHDF5
+} // namespace Alembic

@@ -1,0 +1,80 @@
+/// Damaged HDF5 archives: cut, or with bits flipped.
+#include "archive_bytes.h"
+#include "hdf5_archive_text.h"
+#include "hdf5_random_archive.h"
+#include "support/scratch_file.h"
+
+#include <Alembic/AbcCoreHDF5/All.h>
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+
+using namespace vo_test;
+
+namespace {
+
+const Alembic::AbcCoreHDF5::ReadArchive open_hdf5;
+
+class Hdf5Damage : public testing::Test
+{
+protected:
+    void SetUp() override { testing::internal::CaptureStderr(); }
+    void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
+
+    void write(const std::string& bytes) const
+    {
+        std::ofstream(scratch_.path(), std::ios::binary | std::ios::trunc)
+            .write(bytes.data(), std::streamsize(bytes.size()));
+    }
+
+    static std::string bytes_of_file(const std::string& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+
+    const ScratchFile scratch_{"damaged.abc"};
+    const std::string sound_ = bytes_of_file(RandomArchive(scratch_.folder(), {5, true, false, 6}).hdf5);
+};
+
+} // namespace
+
+TEST_F(Hdf5Damage, ACutFileIsRefusedWhereverItIsCut)
+{
+    write(sound_);
+    ASSERT_EQ(error_of([&] { archive_text(*open_hdf5(scratch_.path())); }), "");
+    constexpr std::size_t margin = 2048; // at both ends every length, between them some
+    for (std::size_t size = sound_.size(); size > 0;) {
+        size -= size <= margin || size > sound_.size() - margin ? 1 : 13;
+        ASSERT_EQ(truncate(scratch_.path().c_str(), off_t(size)), 0);
+        EXPECT_NE(error_of([&] { open_hdf5(scratch_.path()); }), "") << "cut at " << size << " of " << sound_.size();
+    }
+}
+
+TEST_F(Hdf5Damage, FlippedBitsCostAnErrorAtMost)
+{
+    int read = 0, refused = 0;
+    for (unsigned seed = 1; seed <= 3000; ++seed) {
+        std::mt19937 random(seed);
+        std::string bytes = sound_;
+        for (unsigned flips = seed % 3 == 0 ? 4 : 1; flips > 0; --flips)
+            bytes[random() % bytes.size()] ^= char(1 << random() % 8);
+        write(bytes);
+        const bool failed = !error_of([&] { archive_text(*open_hdf5(scratch_.path())); }).empty();
+        ++(failed ? refused : read);
+    }
+    EXPECT_GT(refused, 200);
+    EXPECT_GT(read, 200) << "most bits are those of values";
+}
+
+TEST_F(Hdf5Damage, AFileCutWhileItIsOpenCostsAnError)
+{
+    write(sound_);
+    const auto archive = open_hdf5(scratch_.path());
+    ASSERT_EQ(truncate(scratch_.path().c_str(), 1000), 0);
+    EXPECT_NE(error_of([&] { archive_text(*archive); }), "");
+}
