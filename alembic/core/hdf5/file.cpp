@@ -15,17 +15,9 @@ File::File(const std::string& name)
     const Handle driver = register_driver();
     const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), failure);
     if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed(failure);
-    file_ = require(Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose), failure);
-
-    const Handle creation = require(Handle(H5Fget_create_plist(file_.id()), H5Pclose), failure);
-    std::size_t address_size = 0, length_size = 0;
-    hsize_t user_block = 0;
-    if (H5Pget_sizes(creation.id(), &address_size, &length_size) < 0 ||
-        H5Pget_userblock(creation.id(), &user_block) < 0)
-        throw_failed(failure);
-    if (address_size != sizeof(std::uint64_t) || length_size != sizeof(std::uint64_t))
-        ABCA_THROW(failure << ": its addresses have " << address_size << " bytes");
-    base_ = user_block;
+    file_ = Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
+    if (!file_ && !driver_refusal().empty()) ABCA_THROW(failure << ": " << driver_refusal());
+    if (!file_) throw_failed(failure);
     bytes_ = driver_bytes(file_.id());
     if (!bytes_) throw_failed(failure);
 }
@@ -34,8 +26,7 @@ void File::check_header(haddr_t address, const std::string& name)
 {
     if (checked_.count(address) > 0) return;
     try {
-        if (address > size()) ABCA_THROW("it is not in the file");
-        check_object_header(*bytes_, base_, base_ + address);
+        check_object_header(*bytes_, address);
     } catch (const std::exception& error) {
         ABCA_THROW("Could not open '" << name << "': " << error.what());
     }

@@ -42,7 +42,6 @@ private:
 
     Handle file_;
     const Ogawa::FileSource* bytes_ = nullptr; ///< the driver's
-    std::uint64_t base_ = 0;                   ///< where addresses start to count
     std::unordered_set<haddr_t> checked_;      ///< objects whose headers are sound
 };
 

@@ -2,6 +2,8 @@
 /// The file driver. Its functions are called by libhdf5: no exception may leave them.
 #include "core/hdf5/file_driver.h"
 
+#include "core/hdf5/superblock_check.h"
+
 #if H5_VERSION_GE(1, 13, 2)
 #include <H5FDdevelop.h>
 #endif
@@ -34,16 +36,24 @@ const OpenFile& ours(const H5FD_t* file)
     return *reinterpret_cast<const OpenFile*>(file);
 }
 
+/// Belongs to who holds the LibraryLock.
+std::string refusal;
+
 H5FD_t* driver_open(const char* name, unsigned flags, hid_t, haddr_t)
 {
     if (flags != H5F_ACC_RDONLY) return nullptr;
     try {
+        refusal.clear();
         auto file = std::make_unique<OpenFile>();
         file->source = std::make_unique<Ogawa::FileSource>(name);
+        check_superblock(*file->source);
         return &file.release()->common;
+    } catch (const std::exception& error) {
+        refusal = error.what();
     } catch (...) {
-        return nullptr;
+        refusal = "it cannot be read";
     }
+    return nullptr;
 }
 
 herr_t driver_close(H5FD_t* file)
@@ -132,6 +142,11 @@ Handle register_driver()
 {
     static const H5FD_class_t driver_class = make_driver_class();
     return require(Handle(H5FDregister(&driver_class), H5FDunregister), "libhdf5 takes no file driver");
+}
+
+const std::string& driver_refusal()
+{
+    return refusal;
 }
 
 const Ogawa::FileSource* driver_bytes(hid_t file)

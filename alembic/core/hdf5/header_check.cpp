@@ -44,9 +44,8 @@ struct Run
 class HeaderCheck
 {
 public:
-    HeaderCheck(const Ogawa::FileSource& file, std::uint64_t base)
+    explicit HeaderCheck(const Ogawa::FileSource& file)
         : file_(file)
-        , base_(base)
     {
     }
 
@@ -162,11 +161,10 @@ private:
         std::uint64_t address = 0, size = 0;
         if (!cursor.take(address) || !cursor.take(size) || address > file_.size() || size == 0)
             fail("a continuation is lost");
-        runs_.push_back({base_ + address, size});
+        runs_.push_back({address, size});
     }
 
     const Ogawa::FileSource& file_;
-    const std::uint64_t base_;
     std::vector<Run> runs_;
     bool is_second_version_ = false;
     bool messages_have_order_ = false;
@@ -174,9 +172,9 @@ private:
 
 } // namespace
 
-void check_object_header(const Ogawa::FileSource& file, std::uint64_t base, std::uint64_t position)
+void check_object_header(const Ogawa::FileSource& file, std::uint64_t position)
 {
-    HeaderCheck(file, base).check(position);
+    HeaderCheck(file).check(position);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -12,10 +12,9 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Checks the header, with all its continuations, of the object at `position`, counted from the start of the file; the
-/// addresses in the file count from `base`. Throws what is wrong with it, or what is sound but not for us: attributes of
-/// types that archives do not use.
-void check_object_header(const Ogawa::FileSource& file, std::uint64_t base, std::uint64_t position);
+/// Checks the header, with all its continuations, of the object at `position` in the file. Throws what is wrong with it,
+/// or what is sound but not for us: attributes of types that archives do not use.
+void check_object_header(const Ogawa::FileSource& file, std::uint64_t position);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

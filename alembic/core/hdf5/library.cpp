@@ -2,6 +2,7 @@
 /// The lock, the silence and the handles.
 #include "core/hdf5/library.h"
 
+#include <cstdlib>
 #include <mutex>
 
 namespace Alembic {
@@ -53,6 +54,14 @@ void restore()
         H5Eset_auto1(callers_printing.print_old_way, callers_printing.data);
 }
 
+/// After some damaged files libhdf5 cannot close itself when the process ends, and says so. Called once a call failed: the
+/// handler then runs before libhdf5's own.
+void be_silent_at_exit()
+{
+    static const bool done = std::atexit([] { H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); }) == 0;
+    static_cast<void>(done);
+}
+
 /// Keeps the text of the first error, the one that the others follow from.
 herr_t take_reason(unsigned, const H5E_error2_t* error, void* reason)
 {
@@ -91,6 +100,7 @@ void throw_failed(const std::string& what)
     std::string reason;
     {
         const LibraryLock lock;
+        be_silent_at_exit();
         H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, take_reason, &reason);
         H5Eclear2(H5E_DEFAULT);
     }

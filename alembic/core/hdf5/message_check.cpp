@@ -60,6 +60,7 @@ void check_link(std::string_view message)
 void check_layout(std::string_view message)
 {
     constexpr std::uint8_t kind_chunked = 2;
+    constexpr std::uint64_t chunk_limit = std::uint64_t(1) << 32; // bytes, of the format
     constexpr std::size_t address_size = 8, reserved_size = 5;
     constexpr const char* const damaged = "A layout is damaged";
     ByteCursor cursor(message);
@@ -74,9 +75,12 @@ void check_layout(std::string_view message)
                      : (version == 3 && !cursor.take(rank)) || !cursor.take(address_size, skipped))
         fail(damaged);
     // A chunk's extent along each axis, and last the size of one value.
+    std::uint64_t size = 1;
     for (int i = 0; i < rank; ++i) {
         std::uint64_t extent = 0;
-        if (!take_sized(cursor, width, extent) || extent == 0) fail(damaged);
+        if (!take_sized(cursor, width, extent) || extent == 0 || extent >= chunk_limit) fail(damaged);
+        size *= extent;
+        if (size >= chunk_limit) fail(damaged);
     }
     if (rank == 0) fail(damaged);
 }

@@ -17,7 +17,7 @@ void check_attribute(std::string_view message);
 /// Checks a link of a group: its name, and where it leads, must lie in the message. Throws when they do not.
 void check_link(std::string_view message);
 
-/// Checks the layout of a data set. Throws when its chunks have no size.
+/// Checks the layout of a data set. Throws when its chunks have no size, or more than can be.
 void check_layout(std::string_view message);
 
 } // namespace ALEMBIC_VERSION_NS
