@@ -1,5 +1,5 @@
 /// @file
-/// The stored form of attributes.
+/// The stored form of attributes, and of the types and spaces that data sets have, too.
 #include "core/hdf5/message_check.h"
 
 #include "core/ogawa/byte_cursor.h"
@@ -19,11 +19,21 @@ using AbcCoreOgawa::ByteCursor;
 
 [[noreturn]] void fail(std::string_view name, const char* reason)
 {
+    if (name.empty()) ABCA_THROW("A data set or a nameless attribute is damaged: " << reason);
     ABCA_THROW("Attribute '" << name << "' is damaged: " << reason);
 }
 
+/// The first byte of flags of a number: little-endian, known padding and kind of mantissa, nothing else set.
+bool are_number_flags(bool is_real, std::uint8_t flags)
+{
+    constexpr std::uint8_t whole_known = 0x0e;                 // padding, and whether there is a sign
+    constexpr std::uint8_t real_known = 0x3e, mantissa = 0x30; // padding, kind of mantissa
+    if (!is_real) return (flags & ~whole_known) == 0;
+    return (flags & ~real_known) == 0 && (flags & mantissa) != mantissa;
+}
+
 /// Bytes of one value of the type that is stored.
-std::uint64_t check_type(std::string_view stored, std::string_view name)
+std::uint64_t check_stored_type(std::string_view stored, std::string_view name)
 {
     constexpr unsigned whole_number = 0, real_number = 1, text = 3;
     constexpr std::size_t real_properties = 12, whole_properties = 4;
@@ -34,9 +44,14 @@ std::uint64_t check_type(std::string_view stored, std::string_view name)
     if (!cursor.take(class_and_version) || !cursor.take(flags) || !cursor.take(size)) fail(name, "its type is cut");
     const unsigned version = class_and_version >> 4, kind = class_and_version & 0xf;
     if (version < 1 || version > 3 || size == 0) fail(name, "its type is unknown");
-    if (kind == text) return size;
+    if (kind == text) {
+        constexpr std::uint8_t most_paddings = 2, most_character_sets = 1;
+        if ((flags[0] & 0xf) > most_paddings || flags[0] >> 4 > most_character_sets) fail(name, "its type is unknown");
+        return size;
+    }
     if (kind != whole_number && kind != real_number) fail(name, "its type is not one that archives use");
 
+    if (!are_number_flags(kind == real_number, flags[0])) fail(name, "its type is unknown");
     std::uint16_t first_bit = 0, bit_count = 0;
     if (cursor.left() < (kind == real_number ? real_properties : whole_properties)) fail(name, "its type is cut");
     cursor.take(first_bit);
@@ -54,8 +69,13 @@ std::uint64_t check_type(std::string_view stored, std::string_view name)
     return size;
 }
 
-/// Values in the space that is stored: 1 for a single one, 0 for none.
-std::uint64_t check_space(std::string_view stored, std::string_view name)
+struct Space
+{
+    std::uint64_t count; ///< of values: 1 for a single one, 0 for none
+    std::uint8_t rank;
+};
+
+Space check_stored_space(std::string_view stored, std::string_view name)
 {
     constexpr std::uint8_t most_extents = 1, has_most = 1;
     constexpr std::size_t first_version_padding = 5;
@@ -74,10 +94,20 @@ std::uint64_t check_space(std::string_view stored, std::string_view name)
         if (flags & has_most && most < extent) fail(name, "its space is unknown");
         count *= extent;
     }
-    return count;
+    return {count, rank};
 }
 
 } // namespace
+
+std::uint64_t check_type(std::string_view message)
+{
+    return check_stored_type(message, "");
+}
+
+std::uint8_t check_space(std::string_view message)
+{
+    return check_stored_space(message, "").rank;
+}
 
 void check_attribute(std::string_view message)
 {
@@ -99,9 +129,9 @@ void check_attribute(std::string_view message)
     name = name.substr(0, name_size - 1u);
     if (!cursor.take(padded(type_size), type)) fail(name, "its type is cut");
     if (!cursor.take(padded(space_size), space)) fail(name, "its space is cut");
-    const std::uint64_t value_size = check_type(type.substr(0, type_size), name);
+    const std::uint64_t value_size = check_stored_type(type.substr(0, type_size), name);
     std::uint64_t size = 0;
-    if (__builtin_mul_overflow(check_space(space.substr(0, space_size), name), value_size, &size) ||
+    if (__builtin_mul_overflow(check_stored_space(space.substr(0, space_size), name).count, value_size, &size) ||
         size > cursor.left())
         fail(name, "its value is cut");
 }

@@ -2,10 +2,13 @@
 /// Opens data sets with care and reads them.
 #include "core/hdf5/data_set.h"
 
+#include "core/hdf5/chunks.h"
 #include "core/hdf5/limits.h"
 #include "core/hdf5/pod_types.h"
 
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -20,6 +23,7 @@ std::uint64_t unfolding_factor(hid_t creation, const std::string& name)
     std::uint64_t factor = 1;
     const int count = H5Pget_nfilters(creation);
     if (count < 0) throw_failed("Could not open data set '" + name + "'");
+    if (count > 1) ABCA_THROW("Could not open data set '" << name << "': it is compressed more than once");
     for (int i = 0; i < count; ++i) {
         unsigned flags = 0, config = 0;
         std::size_t values = 0;
@@ -27,7 +31,7 @@ std::uint64_t unfolding_factor(hid_t creation, const std::string& name)
             H5Pget_filter2(creation, static_cast<unsigned>(i), &flags, &values, nullptr, 0, nullptr, &config);
         if (filter == H5Z_FILTER_DEFLATE)
             factor = deflate_factor;
-        else if (filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32)
+        else
             ABCA_THROW("Could not open data set '" << name << "': it is compressed with filter " << filter
                                                    << ", archives are only deflated");
     }
@@ -60,15 +64,18 @@ DataSet::DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string&
     count_ = static_cast<std::uint64_t>(count);
     std::uint64_t bytes = 0;
     if (__builtin_mul_overflow(count_, stored_size(pod), &bytes)) bytes = ~std::uint64_t(0);
+    value_bytes_ = stored_size(pod);
+    file_bytes_ = file_size;
     if (bytes > 0) require_storage(bytes, file_size);
 }
 
-void DataSet::require_storage(std::uint64_t bytes, std::uint64_t file_size) const
+void DataSet::require_storage(std::uint64_t bytes, std::uint64_t file_size)
 {
     const std::string failure = "Could not open data set '" + name_ + "'";
     const Handle creation = require(Handle(H5Dget_create_plist(id()), H5Pclose), failure);
     const H5D_layout_t layout = H5Pget_layout(creation.id());
     const bool chunked = layout == H5D_CHUNKED;
+    is_chunked_ = chunked;
     if ((!chunked && layout != H5D_CONTIGUOUS && layout != H5D_COMPACT) || H5Pget_external_count(creation.id()) != 0)
         ABCA_THROW(failure << ": its values are not in the archive itself");
 
@@ -82,9 +89,24 @@ void DataSet::require_storage(std::uint64_t bytes, std::uint64_t file_size) cons
         ABCA_THROW(failure << ": its chunks are larger than what is stored");
 }
 
+void DataSet::read_converted(hid_t memory_type, void* into) const
+{
+    const ChunkedRow row = {id(), count_ * value_bytes_, value_bytes_, file_bytes_};
+    const std::string failure = "Could not read data set '" + name_ + "'";
+    const Handle type = require(Handle(H5Dget_type(id()), H5Tclose), failure);
+    if (H5Tequal(type.id(), memory_type) > 0) return read_chunks(row, name_, into);
+    const std::size_t target_bytes = H5Tget_size(memory_type);
+    std::vector<char> values(static_cast<std::size_t>(count_) * std::max<std::size_t>(target_bytes, value_bytes_));
+    read_chunks(row, name_, values.data());
+    if (H5Tconvert(type.id(), memory_type, static_cast<std::size_t>(count_), values.data(), nullptr, H5P_DEFAULT) < 0)
+        throw_failed(failure);
+    std::memcpy(into, values.data(), static_cast<std::size_t>(count_) * target_bytes);
+}
+
 void DataSet::read(hid_t memory_type, void* into) const
 {
     if (count_ == 0) return;
+    if (is_chunked_) return read_converted(memory_type, into);
     if (H5Dread(id(), memory_type, H5S_ALL, H5S_ALL, H5P_DEFAULT, into) < 0)
         throw_failed("Could not read data set '" + name_ + "'");
 }

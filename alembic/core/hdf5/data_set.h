@@ -28,11 +28,15 @@ public:
     void read(hid_t memory_type, void* into) const;
 
 private:
-    void require_storage(std::uint64_t bytes, std::uint64_t file_size) const;
+    void require_storage(std::uint64_t bytes, std::uint64_t file_size);
+    void read_converted(hid_t memory_type, void* into) const;
 
     std::string name_;
     Handle data_set_;
     std::uint64_t count_ = 0;
+    std::uint64_t value_bytes_ = 0; ///< of one stored value
+    std::uint64_t file_bytes_ = 0;
+    bool is_chunked_ = false;
 };
 
 } // namespace ALEMBIC_VERSION_NS

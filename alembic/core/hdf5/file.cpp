@@ -68,7 +68,7 @@ Handle File::open_linked(hid_t group, const std::string& name, H5I_type_t kind)
 haddr_t address_of(hid_t object)
 {
     H5O_info_t info;
-    if (H5Oget_info(object, &info) < 0) throw_failed("Could not find out where an object stands");
+    if (H5Oget_info2(object, &info, H5O_INFO_BASIC) < 0) throw_failed("Could not find out where an object stands");
     return info.addr;
 }
 

@@ -2,13 +2,16 @@
 /// The stored form of object headers, as far as it must be known to tell sound ones from damaged ones.
 #include "core/hdf5/header_check.h"
 
+#include "core/hdf5/btree_check.h"
 #include "core/hdf5/message_check.h"
+#include "core/hdf5/symbol_table_check.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +24,18 @@ namespace {
 
 using AbcCoreOgawa::ByteCursor;
 
+constexpr std::uint16_t space_message = 0x01;
+constexpr std::uint16_t type_message = 0x03;
+constexpr std::uint16_t first_fill_message = 0x04;
+constexpr std::uint16_t fill_message = 0x05;
 constexpr std::uint16_t link_message = 0x06;
+constexpr std::uint16_t external_files_message = 0x07;
 constexpr std::uint16_t layout_message = 0x08;
+constexpr std::uint16_t filters_message = 0x0b;
 constexpr std::uint16_t attribute_message = 0x0c;
 constexpr std::uint16_t continuation_message = 0x10;
-constexpr std::uint8_t message_is_shared = 0x02;
+constexpr std::uint16_t symbol_table_message = 0x11;
+constexpr std::uint8_t known_message_flags = 0x05; ///< it is constant; it must not be shared
 
 // Flags of a header of the second version.
 constexpr std::uint8_t size_width_mask = 0x03;
@@ -51,7 +61,7 @@ public:
 
     void check(std::uint64_t position)
     {
-        const std::string start = read({position, prefix_size(position)});
+        const std::string start = read_bytes(file_, position, prefix_size(position));
         runs_.push_back(start[0] == 'O' ? second_version_run(position, start) : first_version_run(position, start));
         // Continuations are found on the way. Together they cannot take more than the file has.
         std::uint64_t total = 0;
@@ -60,18 +70,11 @@ public:
             if (total > file_.size()) fail("its continuations overlap");
             check_run(runs_[i], i > 0);
         }
+        check_data_set();
     }
 
 private:
     [[noreturn]] static void fail(const char* reason) { ABCA_THROW("A header is damaged: " << reason); }
-
-    std::string read(const Run& run) const
-    {
-        if (run.position > file_.size() || run.size > file_.size() - run.position) fail("it ends after the file does");
-        std::string bytes(static_cast<std::size_t>(run.size), '\0');
-        file_.read(run.position, &bytes[0], bytes.size());
-        return bytes;
-    }
 
     /// Bytes up to the first message, of the longest form that still fits the file.
     std::uint64_t prefix_size(std::uint64_t position) const
@@ -120,7 +123,7 @@ private:
 
     void check_run(const Run& run, bool is_continuation)
     {
-        const std::string bytes = read(run);
+        const std::string bytes = read_bytes(file_, run.position, run.size);
         std::string_view messages = bytes;
         if (is_second_version_ && is_continuation) {
             if (messages.size() < 4 + checksum_size || messages.substr(0, 4) != "OCHK") fail("a continuation is lost");
@@ -147,12 +150,76 @@ private:
         cursor.take(flags);
         cursor.take(is_second_version_ ? (messages_have_order_ ? 2 : 0) : 3, skipped);
         if (!cursor.take(size, body)) fail("a message ends after the header does");
-        if (type == continuation_message) add_continuation(body);
-        if (type == link_message) check_link(body);
-        if (type == layout_message) check_layout(body);
-        if (type != attribute_message) return;
-        if (flags & message_is_shared) fail("an attribute lies elsewhere");
-        check_attribute(body);
+        if (flags & ~known_message_flags) fail("a message lies elsewhere");
+        use_message(type, body);
+    }
+
+    void use_message(std::uint16_t type, std::string_view body)
+    {
+        switch (type) {
+        case space_message:
+            rank_ = check_space(body);
+            return;
+        case type_message:
+            value_bytes_ = check_type(body);
+            return;
+        case first_fill_message:
+            return check_first_fill(body);
+        case fill_message:
+            return check_fill(body);
+        case link_message:
+            return check_link(body);
+        case external_files_message:
+            fail("values of archives do not lie in other files");
+        case layout_message:
+            has_layout_ = true;
+            return check_chunks(body);
+        case filters_message:
+            return check_filters(body);
+        case attribute_message:
+            return check_attribute(body);
+        case continuation_message:
+            return add_continuation(body);
+        case symbol_table_message:
+            return check_links(body);
+        default:
+            return;
+        }
+    }
+
+    /// A data set has a type, a space and a layout, and they fit.
+    void check_data_set() const
+    {
+        if (!rank_ && !value_bytes_ && !has_layout_) return;
+        if (!rank_ || !value_bytes_ || !has_layout_) fail("a part of a data set is lost");
+        if (chunks_ && (chunks_->rank != *rank_ + 1 || chunks_->value_bytes != *value_bytes_))
+            fail("its chunks are not those of its values");
+    }
+
+    void check_links(std::string_view body) const
+    {
+        ByteCursor cursor(body);
+        std::uint64_t tree = 0, heap = 0;
+        if (!cursor.take(tree) || !cursor.take(heap)) fail("a table of links is lost");
+        check_symbol_table(file_, tree, heap);
+    }
+
+    void check_chunks(std::string_view body)
+    {
+        constexpr std::uint64_t nowhere = ~std::uint64_t(0);
+        chunks_ = check_layout(body);
+        if (!chunks_ || chunks_->tree == nowhere) return;
+        TreeUse use;
+        use.use_entry = [&](std::string_view key, std::uint64_t address) {
+            ByteCursor cursor(key);
+            std::uint32_t size = 0, skipped_filters = 0;
+            cursor.take(size);
+            cursor.take(skipped_filters);
+            if (size > file_.size() - address) fail("a chunk ends after the file does");
+            // What was stored as it is must fill the chunk: libhdf5 takes that much.
+            if (skipped_filters != 0 && size < chunks_->chunk_bytes) fail("a chunk is cut");
+        };
+        walk_tree(file_, chunks_->tree, TreeKind::CHUNKS, 8 + chunks_->rank * sizeof(std::uint64_t), use);
     }
 
     void add_continuation(std::string_view body)
@@ -168,6 +235,10 @@ private:
     std::vector<Run> runs_;
     bool is_second_version_ = false;
     bool messages_have_order_ = false;
+    bool has_layout_ = false;
+    std::optional<std::uint8_t> rank_;
+    std::optional<std::uint64_t> value_bytes_;
+    std::optional<ChunkIndex> chunks_;
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 /// @file
-/// The stored form of links and layouts.
+/// The stored form of links, filters and layouts.
 #include "core/hdf5/message_check.h"
 
 #include "core/ogawa/byte_cursor.h"
@@ -57,32 +57,88 @@ void check_link(std::string_view message)
     if (character_set > 1 || (kind > 1 && kind != external) || (kind != hard && target.empty())) fail(damaged);
 }
 
-void check_layout(std::string_view message)
+void check_filters(std::string_view message)
 {
-    constexpr std::uint8_t kind_chunked = 2;
+    constexpr std::uint8_t most_filters = 32;
+    constexpr std::uint16_t first_nameless = 256; // in the second version known filters have no name
+    constexpr std::size_t name_unit = 8, value_size = 4;
+    constexpr const char* const damaged = "A list of filters is damaged";
+    ByteCursor cursor(message);
+    std::uint8_t version = 0, count = 0;
+    std::string_view skipped;
+    if (!cursor.take(version) || !cursor.take(count) || version < 1 || version > 2) fail(damaged);
+    if (count == 0 || count > most_filters || (version == 1 && !cursor.take(6, skipped))) fail(damaged);
+    for (int i = 0; i < count; ++i) {
+        std::uint16_t filter = 0, name_size = 0, flags = 0, value_count = 0;
+        std::string_view name;
+        if (!cursor.take(filter)) fail(damaged);
+        if ((version == 1 || filter >= first_nameless) && !cursor.take(name_size)) fail(damaged);
+        if (!cursor.take(flags) || !cursor.take(value_count)) fail(damaged);
+        if (version == 1 && name_size % name_unit != 0) fail(damaged);
+        if (!cursor.take(name_size, name) || (name_size > 0 && name.find('\0') == name.npos)) fail(damaged);
+        const std::size_t padding = version == 1 && value_count % 2 == 1 ? 1 : 0;
+        if (!cursor.take((value_count + padding) * value_size, skipped)) fail(damaged);
+    }
+}
+
+void check_first_fill(std::string_view message)
+{
+    ByteCursor cursor(message);
+    std::uint32_t size = 0;
+    if (!cursor.take(size) || size > cursor.left()) fail("A fill value is damaged");
+}
+
+void check_fill(std::string_view message)
+{
+    constexpr std::uint8_t undefined = 0x10, has_value = 0x20, known_flags = 0x3f;
+    constexpr const char* const damaged = "A fill value is damaged";
+    ByteCursor cursor(message);
+    std::uint8_t version = 0, flags = 0, write_time = 0, is_defined = 0;
+    std::uint32_t size = 0;
+    if (!cursor.take(version) || !cursor.take(flags) || version < 1 || version > 3) fail(damaged);
+    if (version == 3) {
+        if (flags & ~known_flags || (flags & undefined && flags & has_value)) fail(damaged);
+        is_defined = flags & has_value;
+    } else if (!cursor.take(write_time) || !cursor.take(is_defined) || flags > 3 || write_time > 2 || is_defined > 1) {
+        fail(damaged);
+    }
+    if (version > 1 && !is_defined) return;
+    if (!cursor.take(size) || size > cursor.left()) fail(damaged);
+}
+
+std::optional<ChunkIndex> check_layout(std::string_view message)
+{
+    constexpr std::uint8_t kind_compact = 0, kind_chunked = 2;
     constexpr std::uint64_t chunk_limit = std::uint64_t(1) << 32; // bytes, of the format
-    constexpr std::size_t address_size = 8, reserved_size = 5;
+    constexpr std::size_t reserved_size = 5;
     constexpr const char* const damaged = "A layout is damaged";
     ByteCursor cursor(message);
     std::uint8_t version = 0, kind = 0, rank = 0, flags = 0, width = 4;
+    std::uint64_t address = 0;
     std::string_view skipped;
     if (!cursor.take(version) || version < 1 || version > 4) fail(damaged);
     if (version < 3 ? !cursor.take(rank) || !cursor.take(kind) || !cursor.take(reserved_size, skipped)
                     : !cursor.take(kind))
         fail(damaged);
-    if (kind != kind_chunked) return;
+    if (kind > kind_chunked || (version < 3 && kind == kind_compact)) fail(damaged); // those may lie elsewhere
+    if (kind == kind_compact) {
+        std::uint16_t size = 0;
+        if (!cursor.take(size) || size > cursor.left()) fail(damaged);
+    }
+    if (kind != kind_chunked) return {};
     if (version == 4 ? !cursor.take(flags) || !cursor.take(rank) || !cursor.take(width)
-                     : (version == 3 && !cursor.take(rank)) || !cursor.take(address_size, skipped))
+                     : (version == 3 && !cursor.take(rank)) || !cursor.take(address))
         fail(damaged);
     // A chunk's extent along each axis, and last the size of one value.
-    std::uint64_t size = 1;
+    std::uint64_t size = 1, extent = 0;
     for (int i = 0; i < rank; ++i) {
-        std::uint64_t extent = 0;
         if (!take_sized(cursor, width, extent) || extent == 0 || extent >= chunk_limit) fail(damaged);
         size *= extent;
         if (size >= chunk_limit) fail(damaged);
     }
     if (rank == 0) fail(damaged);
+    if (version == 4) return {}; // indexed in other ways, with checksums
+    return ChunkIndex{address, size, extent, rank};
 }
 
 } // namespace ALEMBIC_VERSION_NS

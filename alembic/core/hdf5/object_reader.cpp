@@ -7,7 +7,9 @@
 #include "core/hdf5/compound_property_reader.h"
 #include "core/hdf5/limits.h"
 
+#include <algorithm>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace Alembic {
@@ -22,7 +24,8 @@ constexpr std::string_view properties_name = ".prop";
 struct ChildLink
 {
     std::string name;
-    haddr_t address; ///< HADDR_UNDEF when the link leads to another place or file
+    haddr_t address;    ///< HADDR_UNDEF when the link leads to another place or file
+    std::int64_t order; ///< in which it was made; 0 in a group that does not keep that order
 };
 
 /// What listing the links of a group fills.
@@ -38,7 +41,8 @@ herr_t take_link(hid_t, const char* name, const H5L_info_t* link, void* listing)
         Listing& list = *static_cast<Listing*>(listing);
         if (name == properties_name) return 0;
         if (list.links.size() >= list.most_links) return -1;
-        list.links.push_back({name, link->type == H5L_TYPE_HARD ? link->u.address : HADDR_UNDEF});
+        list.links.push_back(
+            {name, link->type == H5L_TYPE_HARD ? link->u.address : HADDR_UNDEF, link->corder_valid ? link->corder : 0});
         return 0;
     } catch (...) {
         return -1;
@@ -48,12 +52,13 @@ herr_t take_link(hid_t, const char* name, const H5L_info_t* link, void* listing)
 /// Lists the links in the order in which they were made; by name in a group that does not keep that order.
 void list_links(hid_t group, Listing& listing)
 {
-    for (const H5_index_t order : {H5_INDEX_CRT_ORDER, H5_INDEX_NAME}) {
-        hsize_t position = 0;
-        listing.links.clear();
-        if (H5Literate(group, order, H5_ITER_INC, &position, take_link, &listing) >= 0) return;
-    }
-    throw_failed("Could not list the children of an object");
+    // Sorted here: what libhdf5 sorts it takes into a table first, which it cannot free when a link turns out damaged.
+    hsize_t position = 0;
+    if (H5Literate(group, H5_INDEX_NAME, H5_ITER_NATIVE, &position, take_link, &listing) < 0)
+        throw_failed("Could not list the children of an object");
+    std::sort(listing.links.begin(), listing.links.end(), [](const ChildLink& a, const ChildLink& b) {
+        return std::tie(a.order, a.name) < std::tie(b.order, b.name);
+    });
 }
 
 } // namespace

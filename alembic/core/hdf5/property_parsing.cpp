@@ -45,7 +45,8 @@ Names attribute_names(hid_t group)
 {
     Names names;
     hsize_t position = 0;
-    if (H5Aiterate2(group, H5_INDEX_NAME, H5_ITER_INC, &position, take_name, &names) < 0)
+    // Sorted here: what libhdf5 sorts it takes into a table first, which it cannot free when one turns out damaged.
+    if (H5Aiterate2(group, H5_INDEX_NAME, H5_ITER_NATIVE, &position, take_name, &names) < 0)
         throw_failed("Could not list the properties of a compound");
     std::sort(names.begin(), names.end());
     return names;

@@ -2,6 +2,7 @@
 #include "archive_bytes.h"
 #include "hdf5_archive_text.h"
 #include "hdf5_random_archive.h"
+#include "support/quiet_errors.h"
 #include "support/scratch_file.h"
 
 #include <Alembic/AbcCoreHDF5/All.h>
@@ -22,9 +23,6 @@ const Alembic::AbcCoreHDF5::ReadArchive open_hdf5;
 class Hdf5Damage : public testing::Test
 {
 protected:
-    void SetUp() override { testing::internal::CaptureStderr(); }
-    void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
-
     void write(const std::string& bytes) const
     {
         std::ofstream(scratch_.path(), std::ios::binary | std::ios::trunc)
@@ -37,6 +35,7 @@ protected:
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
 
+    const QuietErrors quiet_;
     const ScratchFile scratch_{"damaged.abc"};
     const std::string sound_ = bytes_of_file(RandomArchive(scratch_.folder(), {5, true, false, 6}).hdf5);
 };
@@ -57,8 +56,11 @@ TEST_F(Hdf5Damage, ACutFileIsRefusedWhereverItIsCut)
 
 TEST_F(Hdf5Damage, FlippedBitsCostAnErrorAtMost)
 {
+    // Others come with --gtest_shuffle --gtest_repeat, or --gtest_random_seed: each time the next thousand.
+    const auto first = unsigned(testing::UnitTest::GetInstance()->random_seed()) * 1000;
     int read = 0, refused = 0;
-    for (unsigned seed = 1; seed <= 3000; ++seed) {
+    for (unsigned seed = first; seed < first + 1000; ++seed) {
+        SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         std::string bytes = sound_;
         for (unsigned flips = seed % 3 == 0 ? 4 : 1; flips > 0; --flips)
@@ -67,8 +69,8 @@ TEST_F(Hdf5Damage, FlippedBitsCostAnErrorAtMost)
         const bool failed = !error_of([&] { archive_text(*open_hdf5(scratch_.path())); }).empty();
         ++(failed ? refused : read);
     }
-    EXPECT_GT(refused, 200);
-    EXPECT_GT(read, 200) << "most bits are those of values";
+    EXPECT_GT(refused, 60);
+    EXPECT_GT(read, 60) << "most bits are those of values";
 }
 
 TEST_F(Hdf5Damage, AFileCutWhileItIsOpenCostsAnError)

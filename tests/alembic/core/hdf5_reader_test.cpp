@@ -3,6 +3,7 @@
 #include "hdf5_archive_text.h"
 #include "hdf5_random_archive.h"
 #include "support/hdf5_archive_copy.h"
+#include "support/quiet_errors.h"
 #include "support/scratch_file.h"
 
 #include <Alembic/AbcCoreFactory/All.h>
@@ -26,9 +27,6 @@ const Alembic::AbcCoreOgawa::ReadArchive open_ogawa;
 class Hdf5Reader : public testing::Test
 {
 protected:
-    void SetUp() override { testing::internal::CaptureStderr(); }
-    void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
-
     /// Adds to the HDF5 archive of the test, or changes it: `act(file)`.
     template <class Act>
     void change(const Act& act)
@@ -37,6 +35,7 @@ protected:
         act(file);
     }
 
+    const QuietErrors quiet_;
     const ScratchFile scratch_{"unused"};
     const RandomArchive archive_{scratch_.folder(), RandomContents()};
 };

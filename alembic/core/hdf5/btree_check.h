@@ -1,0 +1,41 @@
+/// @file
+/// Walks B-trees of the first version before libhdf5 does: releases of it that are in use follow damaged ones anywhere.
+#pragma once
+
+#include "ogawa/byte_source.h"
+
+#include <Alembic/Util/Config.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace Alembic {
+namespace AbcCoreHDF5 {
+inline namespace ALEMBIC_VERSION_NS {
+
+/// What stands below the leaves of a tree.
+enum class TreeKind : std::uint8_t {
+    SYMBOLS = 0, ///< nodes of links
+    CHUNKS = 1,  ///< pieces of data sets
+};
+
+/// What is wanted of a tree. Keys come as they are stored.
+struct TreeUse
+{
+    std::function<void(std::string_view key)> use_key;                          ///< each key of each node; may be empty
+    std::function<void(std::string_view key, std::uint64_t address)> use_entry; ///< each entry of each leaf
+};
+
+/// Visits the tree at `root`, whose keys have `key_size` bytes. Throws for nodes that do not lie in the file, are of
+/// another kind, hang at a wrong level, or are more than the file has room for.
+void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
+               const TreeUse& use);
+
+/// The `size` bytes at `position`. Throws when they are not all in the file.
+std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size);
+
+} // namespace ALEMBIC_VERSION_NS
+} // namespace AbcCoreHDF5
+} // namespace Alembic
