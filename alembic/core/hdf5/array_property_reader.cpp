@@ -59,7 +59,7 @@ DataSet ArrayPropertyReader::open(const SamplePlace& place) const
         const bool is_first = place.group == compound().group();
         ABCA_THROW("Invalid property: " << getName() << ", missing " << (is_first ? "smp1" : place.name));
     }
-    return DataSet(std::move(data_set), getHeader().getDataType().getPod(), getName(), compound().file().size());
+    return DataSet(std::move(data_set), getHeader().getDataType().getPod(), getName(), compound().file());
 }
 
 /// The shape of a sample. Its number of elements always fits the stored values: of numbers it takes them all, of texts

@@ -6,6 +6,8 @@
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -65,6 +67,7 @@ void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind,
         total += node_header + size;
         if (total > file.size()) fail("its nodes overlap");
         const std::string entries = read_bytes(file, node.position + node_header, size);
+        const std::size_t children = pending.size();
         ByteCursor entry(entries);
         std::string_view key;
         std::uint64_t address = 0;
@@ -77,6 +80,7 @@ void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind,
             else
                 pending.push_back({address, level - 1});
         }
+        std::reverse(pending.begin() + std::ptrdiff_t(children), pending.end()); // taken from the end: in their order
     }
 }
 

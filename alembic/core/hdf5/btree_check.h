@@ -28,7 +28,7 @@ struct TreeUse
     std::function<void(std::string_view key, std::uint64_t address)> use_entry; ///< each entry of each leaf
 };
 
-/// Visits the tree at `root`, whose keys have `key_size` bytes. Throws for nodes that do not lie in the file, are of
+/// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Throws for nodes that do not lie in the file, are of
 /// another kind, hang at a wrong level, or are more than the file has room for.
 void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
                const TreeUse& use);

@@ -1,6 +1,11 @@
 /// @file
-/// Takes chunks from libhdf5 and unfolds them.
+/// Finds chunks and unfolds them.
 #include "core/hdf5/chunks.h"
+
+#include "core/hdf5/btree_check.h"
+#include "core/ogawa/byte_cursor.h"
+
+#include <Alembic/AbcCoreAbstract/All.h>
 
 #include <zlib.h>
 
@@ -15,48 +20,83 @@ inline namespace ALEMBIC_VERSION_NS {
 namespace {
 
 /// Unfolds `stored` to exactly `size` bytes; false when they are not that many.
-bool inflate_exactly(const std::vector<unsigned char>& stored, unsigned char* into, std::uint64_t size)
+bool inflate_exactly(const std::string& stored, unsigned char* into, std::uint64_t size)
 {
     uLongf unfolded = static_cast<uLongf>(size);
-    return uncompress(into, &unfolded, stored.data(), static_cast<uLong>(stored.size())) == Z_OK && unfolded == size;
+    return uncompress(into, &unfolded, reinterpret_cast<const Bytef*>(stored.data()),
+                      static_cast<uLong>(stored.size())) == Z_OK &&
+           unfolded == size;
 }
+
+/// Fills the row with one chunk after the other.
+class RowReader
+{
+public:
+    RowReader(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into)
+        : file_(file)
+        , row_(row)
+        , failure_("Could not read data set '" + name + "'")
+        , target_(static_cast<unsigned char*>(into))
+    {
+    }
+
+    void read()
+    {
+        TreeUse use;
+        use.use_entry = [this](std::string_view key, std::uint64_t address) { read_chunk(parse_chunk(key, address)); };
+        if (row_.index.tree != ChunkIndex::nowhere)
+            walk_tree(file_, row_.index.tree, TreeKind::CHUNKS, chunk_key_size(row_.index), use);
+        if (done_ != row_.bytes) ABCA_THROW(failure_ << ": a chunk is missing");
+    }
+
+private:
+    void read_chunk(const StoredChunk& chunk)
+    {
+        if (done_ == row_.bytes) return; // values that were cut off
+        const std::uint64_t chunk_bytes = row_.index.chunk_bytes;
+        if (chunk.first_value != done_ / row_.index.value_bytes) ABCA_THROW(failure_ << ": a chunk is missing");
+        const std::string stored = read_bytes(file_, chunk.address, chunk.size);
+        const std::uint64_t wanted = std::min(row_.bytes - done_, chunk_bytes); // the last chunk may go on behind them
+        if (!row_.is_deflated || chunk.skipped_filters != 0) {
+            if (stored.size() < wanted) ABCA_THROW(failure_ << ": a chunk is cut");
+            std::memcpy(target_ + done_, stored.data(), static_cast<std::size_t>(wanted));
+        } else if (wanted == chunk_bytes) {
+            if (!inflate_exactly(stored, target_ + done_, wanted)) ABCA_THROW(failure_ << ": a chunk is damaged");
+        } else {
+            std::vector<unsigned char> whole(static_cast<std::size_t>(chunk_bytes));
+            if (!inflate_exactly(stored, whole.data(), chunk_bytes)) ABCA_THROW(failure_ << ": a chunk is damaged");
+            std::memcpy(target_ + done_, whole.data(), static_cast<std::size_t>(wanted));
+        }
+        done_ += wanted;
+    }
+
+    const Ogawa::FileSource& file_;
+    const ChunkedRow& row_;
+    const std::string failure_;
+    unsigned char* const target_;
+    std::uint64_t done_ = 0; ///< bytes that are there
+};
 
 } // namespace
 
-void read_chunks(const ChunkedRow& row, const std::string& name, void* into)
+std::size_t chunk_key_size(const ChunkIndex& index)
 {
-    const std::string failure = "Could not read data set '" + name + "'";
-    const Handle creation = require(Handle(H5Dget_create_plist(row.data_set), H5Pclose), failure);
-    hsize_t extent = 0;
-    if (H5Pget_chunk(creation.id(), 1, &extent) != 1 || extent == 0) throw_failed(failure);
-    const bool is_deflated = H5Pget_nfilters(creation.id()) > 0; // what opening let pass is deflate
-    const std::uint64_t chunk_bytes = extent * row.value_bytes;
+    return 2 * sizeof(std::uint32_t) + index.rank * sizeof(std::uint64_t);
+}
 
-    auto* target = static_cast<unsigned char*>(into);
-    std::vector<unsigned char> stored, last;
-    hsize_t first_value = 0;
-    for (std::uint64_t left = row.bytes; left > 0; first_value += extent) {
-        hsize_t size = 0;
-        if (H5Dget_chunk_storage_size(row.data_set, &first_value, &size) < 0) throw_failed(failure);
-        if (size == 0 || size > row.file_bytes) ABCA_THROW(failure << ": a chunk is missing");
-        stored.resize(static_cast<std::size_t>(size));
-        std::uint32_t skipped_filters = 0;
-        if (H5Dread_chunk(row.data_set, H5P_DEFAULT, &first_value, &skipped_filters, stored.data()) < 0)
-            throw_failed(failure);
+StoredChunk parse_chunk(std::string_view key, std::uint64_t address)
+{
+    StoredChunk chunk = {address, 0, 0, 0};
+    AbcCoreOgawa::ByteCursor cursor(key);
+    cursor.take(chunk.size);
+    cursor.take(chunk.skipped_filters);
+    cursor.take(chunk.first_value);
+    return chunk;
+}
 
-        const std::uint64_t wanted = std::min(left, chunk_bytes); // the last chunk may go on behind the values
-        if (!is_deflated || skipped_filters != 0) {
-            if (size < wanted) ABCA_THROW(failure << ": a chunk is cut");
-            std::memcpy(target, stored.data(), static_cast<std::size_t>(wanted));
-        } else {
-            last.resize(static_cast<std::size_t>(wanted < chunk_bytes ? chunk_bytes : 0));
-            if (!inflate_exactly(stored, last.empty() ? target : last.data(), chunk_bytes))
-                ABCA_THROW(failure << ": a chunk is damaged");
-            if (!last.empty()) std::memcpy(target, last.data(), static_cast<std::size_t>(wanted));
-        }
-        target += wanted;
-        left -= wanted;
-    }
+void read_chunks(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into)
+{
+    RowReader(file, row, name, into).read();
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -2,7 +2,6 @@
 /// Opens data sets with care and reads them.
 #include "core/hdf5/data_set.h"
 
-#include "core/hdf5/chunks.h"
 #include "core/hdf5/limits.h"
 #include "core/hdf5/pod_types.h"
 
@@ -47,9 +46,10 @@ std::uint64_t chunk_size(hid_t creation, std::uint64_t value_size)
 
 } // namespace
 
-DataSet::DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string& name, std::uint64_t file_size)
+DataSet::DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string& name, const File& file)
     : name_(name)
     , data_set_(std::move(data_set))
+    , file_(file)
 {
     const std::string failure = "Could not open data set '" + name + "'";
     const Handle type = require(Handle(H5Dget_type(id()), H5Tclose), failure);
@@ -64,22 +64,19 @@ DataSet::DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string&
     count_ = static_cast<std::uint64_t>(count);
     std::uint64_t bytes = 0;
     if (__builtin_mul_overflow(count_, stored_size(pod), &bytes)) bytes = ~std::uint64_t(0);
-    value_bytes_ = stored_size(pod);
-    file_bytes_ = file_size;
-    if (bytes > 0) require_storage(bytes, file_size);
+    if (bytes > 0) require_storage(bytes);
 }
 
-void DataSet::require_storage(std::uint64_t bytes, std::uint64_t file_size)
+void DataSet::require_storage(std::uint64_t bytes)
 {
     const std::string failure = "Could not open data set '" + name_ + "'";
     const Handle creation = require(Handle(H5Dget_create_plist(id()), H5Pclose), failure);
     const H5D_layout_t layout = H5Pget_layout(creation.id());
     const bool chunked = layout == H5D_CHUNKED;
-    is_chunked_ = chunked;
     if ((!chunked && layout != H5D_CONTIGUOUS && layout != H5D_COMPACT) || H5Pget_external_count(creation.id()) != 0)
         ABCA_THROW(failure << ": its values are not in the archive itself");
 
-    const std::uint64_t stored = std::min<std::uint64_t>(H5Dget_storage_size(id()), file_size);
+    const std::uint64_t stored = std::min<std::uint64_t>(H5Dget_storage_size(id()), file_.size());
     std::uint64_t most = stored;
     if (chunked && __builtin_mul_overflow(stored, unfolding_factor(creation.id(), name_), &most))
         most = ~std::uint64_t(0);
@@ -87,17 +84,21 @@ void DataSet::require_storage(std::uint64_t bytes, std::uint64_t file_size)
         ABCA_THROW(failure << ": its values take " << bytes << " bytes, and only " << stored << " are stored");
     if (chunked && chunk_size(creation.id(), bytes / count_) > std::max(most, chunk_floor))
         ABCA_THROW(failure << ": its chunks are larger than what is stored");
+    if (!chunked) return;
+    const std::optional<ChunkIndex> index = file_.chunks_of(id());
+    if (!index) ABCA_THROW(failure << ": its chunks are indexed in a way that archives do not use");
+    chunks_ = ChunkedRow{*index, bytes, H5Pget_nfilters(creation.id()) > 0};
 }
 
 void DataSet::read_converted(hid_t memory_type, void* into) const
 {
-    const ChunkedRow row = {id(), count_ * value_bytes_, value_bytes_, file_bytes_};
     const std::string failure = "Could not read data set '" + name_ + "'";
     const Handle type = require(Handle(H5Dget_type(id()), H5Tclose), failure);
-    if (H5Tequal(type.id(), memory_type) > 0) return read_chunks(row, name_, into);
+    if (H5Tequal(type.id(), memory_type) > 0) return read_chunks(file_.bytes(), *chunks_, name_, into);
     const std::size_t target_bytes = H5Tget_size(memory_type);
-    std::vector<char> values(static_cast<std::size_t>(count_) * std::max<std::size_t>(target_bytes, value_bytes_));
-    read_chunks(row, name_, values.data());
+    std::vector<char> values(static_cast<std::size_t>(count_) *
+                             std::max<std::size_t>(target_bytes, chunks_->index.value_bytes));
+    read_chunks(file_.bytes(), *chunks_, name_, values.data());
     if (H5Tconvert(type.id(), memory_type, static_cast<std::size_t>(count_), values.data(), nullptr, H5P_DEFAULT) < 0)
         throw_failed(failure);
     std::memcpy(into, values.data(), static_cast<std::size_t>(count_) * target_bytes);
@@ -106,7 +107,7 @@ void DataSet::read_converted(hid_t memory_type, void* into) const
 void DataSet::read(hid_t memory_type, void* into) const
 {
     if (count_ == 0) return;
-    if (is_chunked_) return read_converted(memory_type, into);
+    if (chunks_) return read_converted(memory_type, into);
     if (H5Dread(id(), memory_type, H5S_ALL, H5S_ALL, H5P_DEFAULT, into) < 0)
         throw_failed("Could not read data set '" + name_ + "'");
 }

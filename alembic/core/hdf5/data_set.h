@@ -2,9 +2,11 @@
 /// Data sets: the values of array samples.
 #pragma once
 
-#include "core/hdf5/library.h"
+#include "core/hdf5/chunks.h"
+#include "core/hdf5/file.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace Alembic {
@@ -15,9 +17,9 @@ inline namespace ALEMBIC_VERSION_NS {
 class DataSet
 {
 public:
-    /// Takes an open data set. Throws when its values do not have `pod`'s type, or when it claims more values than a file
-    /// of `file_size` bytes can hold.
-    DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string& name, std::uint64_t file_size);
+    /// Takes an open data set of the file, which must outlive it. Throws when its values do not have `pod`'s type, or when
+    /// it claims more values than the file can hold.
+    DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string& name, const File& file);
 
     hid_t id() const { return data_set_.id(); }
 
@@ -28,15 +30,14 @@ public:
     void read(hid_t memory_type, void* into) const;
 
 private:
-    void require_storage(std::uint64_t bytes, std::uint64_t file_size);
+    void require_storage(std::uint64_t bytes);
     void read_converted(hid_t memory_type, void* into) const;
 
     std::string name_;
     Handle data_set_;
     std::uint64_t count_ = 0;
-    std::uint64_t value_bytes_ = 0; ///< of one stored value
-    std::uint64_t file_bytes_ = 0;
-    bool is_chunked_ = false;
+    const File& file_;
+    std::optional<ChunkedRow> chunks_;
 };
 
 } // namespace ALEMBIC_VERSION_NS

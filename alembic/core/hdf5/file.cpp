@@ -26,11 +26,10 @@ void File::check_header(haddr_t address, const std::string& name)
 {
     if (checked_.count(address) > 0) return;
     try {
-        check_object_header(*bytes_, address);
+        checked_.emplace(address, check_object_header(*bytes_, address));
     } catch (const std::exception& error) {
         ABCA_THROW("Could not open '" << name << "': " << error.what());
     }
-    checked_.insert(address);
 }
 
 Handle File::open_object(haddr_t address, H5I_type_t kind, const std::string& name)
@@ -40,6 +39,12 @@ Handle File::open_object(haddr_t address, H5I_type_t kind, const std::string& na
     if (H5Iget_type(object.id()) != kind)
         ABCA_THROW("Could not open '" << name << "': it is not a " << (kind == H5I_GROUP ? "group" : "data set"));
     return object;
+}
+
+std::optional<ChunkIndex> File::chunks_of(hid_t data_set) const
+{
+    const auto found = checked_.find(address_of(data_set));
+    return found == checked_.end() ? std::nullopt : found->second;
 }
 
 Handle File::open_root()

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "core/hdf5/library.h"
+#include "core/hdf5/message_check.h"
 #include "ogawa/byte_source.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -20,6 +22,11 @@ public:
     /// Opens a file for reading. Throws "Nonexistent or not an Alembic file: NAME" when it cannot be opened or is no HDF5
     /// file.
     explicit File(const std::string& name);
+
+    const Ogawa::FileSource& bytes() const { return *bytes_; }
+
+    /// Where the chunks of a data set that was opened here are found; nothing when it has none, or other ones.
+    std::optional<ChunkIndex> chunks_of(hid_t data_set) const;
 
     /// Bytes the file has.
     std::uint64_t size() const { return bytes_->size(); }
@@ -41,8 +48,8 @@ private:
     void check_header(haddr_t address, const std::string& name);
 
     Handle file_;
-    const Ogawa::FileSource* bytes_ = nullptr; ///< the driver's
-    std::unordered_set<haddr_t> checked_;      ///< objects whose headers are sound
+    const Ogawa::FileSource* bytes_ = nullptr;                       ///< the driver's
+    std::unordered_map<haddr_t, std::optional<ChunkIndex>> checked_; ///< objects whose headers are sound
 };
 
 /// Where an object stands in its file.

@@ -3,6 +3,7 @@
 #include "core/hdf5/header_check.h"
 
 #include "core/hdf5/btree_check.h"
+#include "core/hdf5/chunks.h"
 #include "core/hdf5/message_check.h"
 #include "core/hdf5/symbol_table_check.h"
 #include "core/ogawa/byte_cursor.h"
@@ -72,6 +73,8 @@ public:
         }
         check_data_set();
     }
+
+    const std::optional<ChunkIndex>& chunks() const { return chunks_; }
 
 private:
     [[noreturn]] static void fail(const char* reason) { ABCA_THROW("A header is damaged: " << reason); }
@@ -206,20 +209,13 @@ private:
 
     void check_chunks(std::string_view body)
     {
-        constexpr std::uint64_t nowhere = ~std::uint64_t(0);
         chunks_ = check_layout(body);
-        if (!chunks_ || chunks_->tree == nowhere) return;
+        if (!chunks_ || chunks_->tree == ChunkIndex::nowhere) return;
         TreeUse use;
         use.use_entry = [&](std::string_view key, std::uint64_t address) {
-            ByteCursor cursor(key);
-            std::uint32_t size = 0, skipped_filters = 0;
-            cursor.take(size);
-            cursor.take(skipped_filters);
-            if (size > file_.size() - address) fail("a chunk ends after the file does");
-            // What was stored as it is must fill the chunk: libhdf5 takes that much.
-            if (skipped_filters != 0 && size < chunks_->chunk_bytes) fail("a chunk is cut");
+            if (parse_chunk(key, address).size > file_.size() - address) fail("a chunk ends after the file does");
         };
-        walk_tree(file_, chunks_->tree, TreeKind::CHUNKS, 8 + chunks_->rank * sizeof(std::uint64_t), use);
+        walk_tree(file_, chunks_->tree, TreeKind::CHUNKS, chunk_key_size(*chunks_), use);
     }
 
     void add_continuation(std::string_view body)
@@ -243,9 +239,11 @@ private:
 
 } // namespace
 
-void check_object_header(const Ogawa::FileSource& file, std::uint64_t position)
+std::optional<ChunkIndex> check_object_header(const Ogawa::FileSource& file, std::uint64_t position)
 {
-    HeaderCheck(file).check(position);
+    HeaderCheck header(file);
+    header.check(position);
+    return header.chunks();
 }
 
 } // namespace ALEMBIC_VERSION_NS

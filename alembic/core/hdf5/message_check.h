@@ -33,7 +33,9 @@ void check_link(std::string_view message);
 /// Where the chunks of a data set are found.
 struct ChunkIndex
 {
-    std::uint64_t tree;        ///< address of a B-tree of the first version; all bits set when there are no chunks
+    static constexpr std::uint64_t nowhere = ~std::uint64_t(0);
+
+    std::uint64_t tree;        ///< address of a B-tree of the first version; `nowhere` when there are no chunks
     std::uint64_t chunk_bytes; ///< of one chunk once it is unfolded
     std::uint64_t value_bytes; ///< of one value
     std::uint8_t rank;         ///< of the data, and one for the bytes of a value

@@ -1,7 +1,7 @@
 /// Damaged HDF5 archives: cut, or with bits flipped.
 #include "archive_bytes.h"
-#include "hdf5_archive_text.h"
 #include "hdf5_random_archive.h"
+#include "support/archive_text.h"
 #include "support/quiet_errors.h"
 #include "support/scratch_file.h"
 
@@ -37,7 +37,7 @@ protected:
 
     const QuietErrors quiet_;
     const ScratchFile scratch_{"damaged.abc"};
-    const std::string sound_ = bytes_of_file(RandomArchive(scratch_.folder(), {5, true, false, 6}).hdf5);
+    const std::string sound_ = bytes_of_file(RandomArchive(scratch_.folder(), {5, false, 6}, true).hdf5);
 };
 
 } // namespace

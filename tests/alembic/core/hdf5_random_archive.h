@@ -1,29 +1,26 @@
 /// @file
-/// Archives with something of everything that an archive can hold.
+/// Random archives, and the same as HDF5 archives.
 #pragma once
 
-#include <Alembic/AbcCoreAbstract/All.h>
+#include "support/hdf5_archive_copy.h"
+#include "support/random_archive.h"
+
+#include <Alembic/AbcCoreOgawa/All.h>
 
 #include <string>
 
 namespace vo_test {
 
-namespace AbcA = Alembic::AbcCoreAbstract;
-
-/// What a random archive is made of.
-struct RandomContents
-{
-    unsigned seed = 1;
-    bool deflated = false; ///< data sets in chunks
-    bool all_types = true; ///< properties of all types; a few otherwise
-    int most_values = 40;  ///< of the elements of one sample along an axis
-};
-
-/// Writes an Ogawa archive and the same as an HDF5 archive beside it. All numbers lie between 0 and 100, so that every
-/// type can hold them.
+/// Writes an Ogawa archive and the same as an HDF5 archive beside it; `deflated` data sets lie in chunks.
 struct RandomArchive
 {
-    RandomArchive(const std::string& folder, const RandomContents& contents);
+    RandomArchive(const std::string& folder, const RandomContents& contents, bool deflated = false)
+        : ogawa(folder + "/ogawa" + std::to_string(contents.seed) + ".abc")
+        , hdf5(folder + "/hdf5" + std::to_string(contents.seed) + ".abc")
+    {
+        write_random_archive(ogawa, contents);
+        hdf5_archives::write_copy(*Alembic::AbcCoreOgawa::ReadArchive()(ogawa), hdf5, deflated);
+    }
 
     std::string ogawa, hdf5; ///< paths
 };

@@ -1,8 +1,7 @@
 /// HDF5 archives, read: the same as Ogawa archives that hold the same.
 #include "archive_bytes.h"
-#include "hdf5_archive_text.h"
 #include "hdf5_random_archive.h"
-#include "support/hdf5_archive_copy.h"
+#include "support/archive_text.h"
 #include "support/quiet_errors.h"
 #include "support/scratch_file.h"
 
@@ -59,7 +58,7 @@ AbcA::CompoundPropertyReaderPtr properties_of(const AbcA::ArchiveReaderPtr& arch
 TEST_F(Hdf5Reader, ReadsWhatOgawaArchivesHold)
 {
     for (unsigned seed = 1; seed <= 12; ++seed) {
-        const RandomArchive archive(scratch_.folder(), {seed, seed % 2 == 0});
+        const RandomArchive archive(scratch_.folder(), {seed}, seed % 2 == 0);
         EXPECT_EQ(archive_text(*open_hdf5(archive.hdf5)), archive_text(*open_ogawa(archive.ogawa))) << "seed " << seed;
     }
 }
@@ -92,8 +91,8 @@ TEST_F(Hdf5Reader, ConvertsNumbersAsOgawaDoesAndRefusesTextsAndHalves)
             read_as(*array, converted);
             read_as(*same, expected);
             const AbcA::DataType& type = converted->getDataType();
-            EXPECT_EQ(hdf5_archives::store(type, converted->getData(), converted->size()).bytes,
-                      hdf5_archives::store(type, expected->getData(), expected->size()).bytes)
+            EXPECT_EQ(stored_values::store(type, converted->getData(), converted->size()).bytes,
+                      stored_values::store(type, expected->getData(), expected->size()).bytes)
                 << header.getName() << " as " << AbcA::PODName(target);
             ++conversions;
         }
@@ -284,7 +283,7 @@ TEST_F(Hdf5Reader, LeavesTheCallersErrorPrintingAsItWas)
 
 TEST_F(Hdf5Reader, ManyThreadsReadWithoutALock)
 {
-    const RandomArchive other(scratch_.folder(), {3, true});
+    const RandomArchive other(scratch_.folder(), {3}, true);
     const std::string texts[] = {archive_text(*open_ogawa(archive_.ogawa)), archive_text(*open_ogawa(other.ogawa))};
     const auto shared = open_hdf5(archive_.hdf5);
     std::vector<std::thread> threads;

@@ -1,7 +1,7 @@
 /// Archives as text.
-#include "hdf5_archive_text.h"
+#include "archive_text.h"
 
-#include "support/hdf5_archive_copy.h"
+#include "stored_values.h"
 
 #include <algorithm>
 #include <sstream>
@@ -118,7 +118,7 @@ private:
     void add_values(const AbcA::ArraySample& sample)
     {
         text_ << " [";
-        for (const char byte : hdf5_archives::store(sample.getDataType(), sample.getData(), sample.size()).bytes)
+        for (const char byte : stored_values::store(sample.getDataType(), sample.getData(), sample.size()).bytes)
             text_ << static_cast<int>(byte) << ' ';
         text_ << ']';
     }

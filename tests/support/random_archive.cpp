@@ -1,7 +1,5 @@
 /// Writes random archives.
-#include "hdf5_random_archive.h"
-
-#include "support/hdf5_archive_copy.h"
+#include "random_archive.h"
 
 #include <Alembic/AbcCoreOgawa/All.h>
 
@@ -9,6 +7,8 @@
 #include <vector>
 
 namespace vo_test {
+
+namespace AbcA = Alembic::AbcCoreAbstract;
 
 namespace {
 
@@ -142,12 +142,9 @@ private:
 
 } // namespace
 
-RandomArchive::RandomArchive(const std::string& folder, const RandomContents& contents)
-    : ogawa(folder + "/ogawa" + std::to_string(contents.seed) + ".abc")
-    , hdf5(folder + "/hdf5" + std::to_string(contents.seed) + ".abc")
+void write_random_archive(const std::string& path, const RandomContents& contents)
 {
-    Generator(contents).write(ogawa);
-    hdf5_archives::write_copy(*Alembic::AbcCoreOgawa::ReadArchive()(ogawa), hdf5, contents.deflated);
+    Generator(contents).write(path);
 }
 
 } // namespace vo_test
