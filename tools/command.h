@@ -18,3 +18,4 @@ void add_dump_command(CLI::App& program, Action& action);
 void add_sample_command(CLI::App& program, Action& action);
 void add_keys_command(CLI::App& program, Action& action);
 void add_watch_command(CLI::App& program, Action& action);
+void add_convert_command(CLI::App& program, Action& action);

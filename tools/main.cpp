@@ -59,6 +59,7 @@ int main(int argc, char** argv)
     add_sample_command(program, action);
     add_keys_command(program, action);
     add_watch_command(program, action);
+    add_convert_command(program, action);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

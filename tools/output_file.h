@@ -1,6 +1,8 @@
 /// OutputFile: a file that is there whole or not at all.
 #pragma once
 
+#include "new_file.h"
+
 #include <fmt/compile.h>
 #include <fmt/format.h>
 
@@ -39,9 +41,8 @@ private:
     static constexpr std::size_t flush_size = 1 << 20;
 
     void flush();
-    [[noreturn]] void fail(int error_number) const;
 
-    std::string path_, temporary_path_;
+    NewFile new_file_;
     std::FILE* file_ = nullptr;
     fmt::memory_buffer buffer_;
 };

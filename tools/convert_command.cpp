@@ -1,0 +1,106 @@
+/// vo_abc convert: any archive as one Ogawa archive.
+#include "archive_arguments.h"
+#include "archive_copy.h"
+#include "archive_session.h"
+#include "command.h"
+#include "frame_range.h"
+#include "frame_rate.h"
+#include "interruption.h"
+#include "new_file.h"
+#include "text.h"
+#include "tool_library.h"
+
+#include <fmt/format.h>
+#include <vo_app_base/app_progress_bar.h>
+
+#include <memory>
+#include <optional>
+
+namespace {
+
+struct ConvertOptions
+{
+    std::vector<std::string> files, objects;
+    std::string output, frames_text;
+    std::optional<FrameRange> frames;
+    std::optional<double> fps;
+};
+
+std::optional<TimeSpan> find_span(const ArchiveSession& session, const ConvertOptions& options)
+{
+    if (!options.frames) return {};
+    const double fps = options.fps ? *options.fps : find_frame_rate(session);
+    return TimeSpan{static_cast<double>(options.frames->first) / fps, static_cast<double>(options.frames->last) / fps};
+}
+
+/// The progress bar is gone when this returns.
+CopyCounts write_copy(const ArchiveSession& session, const ConvertOptions& options)
+{
+    const ObjectSelection selection(session, options.objects);
+    const TimeCut cut(*session.get_archive().getPtr(), find_span(session, options));
+    NewFile file(options.output);
+    AppProgressBar bar("Converting");
+    const auto progress = [&](double done) {
+        Interruption::check();
+        bar.set_value(static_cast<float>(done));
+    };
+    const CopyCounts counts = copy_archive(session, file.get_temporary_path(), {selection, cut, progress});
+    file.commit();
+    return counts;
+}
+
+void run_convert(const ConvertOptions& options)
+{
+    const Interruption interruption;
+    try {
+        const CopyCounts counts = write_copy(ArchiveSession(options.files), options);
+        fmt::print("{}: {}, {}, {}\n", printable(options.output), counted(counts.objects, "object", "objects"),
+                   counted(counts.properties, "property", "properties"), counted(counts.samples, "sample", "samples"));
+        for (const std::string& loss : counts.losses)
+            ToolLog::write(options.output + ": " + loss);
+    } catch (const Interrupted&) {
+        Interruption::end_process(); // nothing was left behind
+    }
+}
+
+/// Checks what CLI11 cannot; a ParseError is wrong usage.
+void check(ConvertOptions& options)
+{
+    FrameRange frames;
+    if (options.frames_text.empty()) return;
+    if (!FrameRange::parse(options.frames_text, frames))
+        throw CLI::ValidationError("--frames", "'" + options.frames_text + "' is no range of frames, as 1-24");
+    options.frames = frames;
+}
+
+} // namespace
+
+void add_convert_command(CLI::App& program, Action& action)
+{
+    const auto options = std::make_shared<ConvertOptions>();
+    CLI::App* const command = program.add_subcommand("convert", "Any archive, HDF5 or layered, as one Ogawa archive");
+    add_files_argument(*command, options->files);
+    command->add_option("-o,--output", options->output, "Archive to write; it may be the one that is read")
+        ->required()
+        ->type_name("OUT");
+    CLI::Option* const frames =
+        command->add_option("--frames", options->frames_text, "Only the samples that these frames need")
+            ->type_name("A-B");
+    command->add_option("--fps", options->fps, "Frames a second; without it as the archive tells")
+        ->type_name("F")
+        ->check(CLI::PositiveNumber)
+        ->needs(frames);
+    command
+        ->add_option("--objects", options->objects,
+                     "Only these objects, what is below them, what they are instances of, and all ancestors")
+        ->type_name("PATH...");
+    command->footer("OUT takes its name when it is complete; on a failure or an interruption nothing is left.\n"
+                    "Examples:\n"
+                    "  vo_abc convert old_hdf5.abc -o new.abc\n"
+                    "  vo_abc convert base.abc changes.abc -o flat.abc\n"
+                    "  vo_abc convert walk.abc -o part.abc --frames 10-20 --objects /root/body /root/camera");
+    command->callback([options, &action] {
+        check(*options);
+        action = [options] { run_convert(*options); };
+    });
+}
