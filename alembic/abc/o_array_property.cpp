@@ -2,6 +2,7 @@
 #include <Alembic/Abc/OArrayProperty.h>
 
 #include <abc/property_creation.h>
+#include <abc/written_property.h>
 
 namespace Alembic {
 namespace Abc {
@@ -72,34 +73,26 @@ size_t OArrayProperty::getNumSamples() const
 
 void OArrayProperty::set(const AbcA::ArraySample& sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OArrayProperty::set()");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setSample(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OArrayProperty::set()",
+                [&](AbcA::ArrayPropertyWriter& writer) { writer.setSample(sample); });
 }
 
 void OArrayProperty::setFromPrevious()
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OArrayProperty::setFromPrevious()");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setFromPreviousSample();
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OArrayProperty::setFromPrevious()",
+                [&](AbcA::ArrayPropertyWriter& writer) { writer.setFromPreviousSample(); });
 }
 
 void OArrayProperty::setTimeSampling(uint32_t index)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OArrayProperty::setTimeSampling( uint32_t )");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setTimeSamplingIndex(index);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OArrayProperty::setTimeSampling( uint32_t )",
+                [&](AbcA::ArrayPropertyWriter& writer) { writer.setTimeSamplingIndex(index); });
 }
 
 void OArrayProperty::setTimeSampling(AbcA::TimeSamplingPtr time)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OArrayProperty::setTimeSampling( TimeSamplingPtr )");
-    if (!property_) ABCA_THROW("The property is invalid");
-    if (time) property_->setTimeSamplingIndex(property_->getObject()->getArchive()->addTimeSampling(*time));
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OArrayProperty::setTimeSampling( TimeSamplingPtr )",
+                [&](AbcA::ArrayPropertyWriter& writer) { change_time_sampling(writer, time); });
 }
 
 OCompoundProperty OArrayProperty::getParent() const

@@ -2,6 +2,7 @@
 #include <Alembic/Abc/OScalarProperty.h>
 
 #include <abc/property_creation.h>
+#include <abc/written_property.h>
 
 namespace Alembic {
 namespace Abc {
@@ -72,34 +73,26 @@ size_t OScalarProperty::getNumSamples() const
 
 void OScalarProperty::set(const void* sample)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OScalarProperty::set()");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setSample(sample);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OScalarProperty::set()",
+                [&](AbcA::ScalarPropertyWriter& writer) { writer.setSample(sample); });
 }
 
 void OScalarProperty::setFromPrevious()
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OScalarProperty::setFromPrevious()");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setFromPreviousSample();
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OScalarProperty::setFromPrevious()",
+                [&](AbcA::ScalarPropertyWriter& writer) { writer.setFromPreviousSample(); });
 }
 
 void OScalarProperty::setTimeSampling(uint32_t index)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OScalarProperty::setTimeSampling( uint32_t )");
-    if (!property_) ABCA_THROW("The property is invalid");
-    property_->setTimeSamplingIndex(index);
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OScalarProperty::setTimeSampling( uint32_t )",
+                [&](AbcA::ScalarPropertyWriter& writer) { writer.setTimeSamplingIndex(index); });
 }
 
 void OScalarProperty::setTimeSampling(AbcA::TimeSamplingPtr time)
 {
-    ALEMBIC_ABC_SAFE_CALL_BEGIN("OScalarProperty::setTimeSampling( TimeSamplingPtr )");
-    if (!property_) ABCA_THROW("The property is invalid");
-    if (time) property_->setTimeSamplingIndex(property_->getObject()->getArchive()->addTimeSampling(*time));
-    ALEMBIC_ABC_SAFE_CALL_END();
+    with_writer(getErrorHandler(), property_, "OScalarProperty::setTimeSampling( TimeSamplingPtr )",
+                [&](AbcA::ScalarPropertyWriter& writer) { change_time_sampling(writer, time); });
 }
 
 OCompoundProperty OScalarProperty::getParent() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/common/property_table.h"
+#include "core/common/property_type.h"
 
 #include <memory>
 #include <string>
@@ -66,13 +67,7 @@ protected:
         index = table_.find(name);
         if (index == NameIndex::none) return nullptr;
         const PropertyRecord& record = table_.record(index);
-        const AbcA::PropertyType type = record.header.getPropertyType();
-        if (type != wanted) {
-            const char* const text = wanted == AbcA::kScalarProperty  ? "a scalar property from a non-scalar: "
-                                     : wanted == AbcA::kArrayProperty ? "an array property from a non-array: "
-                                                                      : "a compound property from a non-compound: ";
-            ABCA_THROW("Tried to read " << text << name << ", type: " << static_cast<int>(type));
-        }
+        check_type(name, record.header, wanted);
         return &record;
     }
 

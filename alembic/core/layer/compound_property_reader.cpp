@@ -1,6 +1,7 @@
 /// Properties of all layers, merged one by one.
 #include "core/layer/compound_property_reader.h"
 
+#include "core/common/property_type.h"
 #include "core/layer/archive_reader.h"
 #include "core/layer/layer_metadata.h"
 #include "core/layer/object_reader.h"
@@ -94,14 +95,7 @@ const AbcA::PropertyHeader* CompoundPropertyReader::getPropertyHeader(const std:
 size_t CompoundPropertyReader::find(const std::string& name, AbcA::PropertyType wanted) const
 {
     const size_t number = table_.find(name);
-    if (number == table_.size()) return number;
-    const AbcA::PropertyType type = table_[number].header->getPropertyType();
-    if (type != wanted) {
-        const char* const text = wanted == AbcA::kScalarProperty  ? "a scalar property from a non-scalar: "
-                                 : wanted == AbcA::kArrayProperty ? "an array property from a non-array: "
-                                                                  : "a compound property from a non-compound: ";
-        ABCA_THROW("Tried to read " << text << name << ", type: " << static_cast<int>(type));
-    }
+    if (number < table_.size()) AbcCoreCommon::check_type(name, *table_[number].header, wanted);
     return number;
 }
 

@@ -84,6 +84,9 @@ TEST(Collections, ListsAreFoundByNameAndInTheOrderOfCreation)
         EXPECT_FALSE(schema.getCollection("absent").valid());
         EXPECT_THROW(schema.getCollection(2), Alembic::Util::Exception);
         OStringProperty(schema, "not a collection").set("text");
+        const OCollectionsSchema moved = std::move(schema);
+        EXPECT_EQ(moved.getNumCollections(), 2u);
+        EXPECT_EQ(schema.getNumCollections(), 2u) << "what was moved from can still be asked";
     }
     ICollections collections(open_archive(file).getTop(), "c");
     ICollectionsSchema& schema = collections.getSchema();

@@ -17,6 +17,9 @@ public:
     typedef OCollectionsSchema this_type;
 
     OCollectionsSchema() = default;
+    // Moving copies: what was moved from still has its list, and can be asked.
+    OCollectionsSchema(const OCollectionsSchema&) = default;
+    OCollectionsSchema& operator=(const OCollectionsSchema&) = default;
     OCollectionsSchema(AbcA::CompoundPropertyWriterPtr parent, const std::string& name,
                        const Abc::Argument& arg0 = Abc::Argument(), const Abc::Argument& arg1 = Abc::Argument(),
                        const Abc::Argument& arg2 = Abc::Argument(), const Abc::Argument& arg3 = Abc::Argument())
