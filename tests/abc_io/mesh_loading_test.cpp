@@ -286,6 +286,24 @@ TEST_F(MeshLoading, UvSetsPerCornerAndPerPointWithTheirNames)
     EXPECT_THAT(mesh_.property_names, testing::UnorderedElementsAre(CoreString("extra"), CoreString("uniform")));
 }
 
+TEST_F(MeshLoading, UvSetsWithoutADefaultOneAreAppended)
+{
+    const HousePart house;
+    const std::vector<AbcG::V2f> values(5, AbcG::V2f(0.5f, 0.25f));
+    write_archive(file_.path(), [&](AbcG::OObject top) {
+        AbcG::OPolyMesh mesh(top, "house");
+        mesh.getSchema().set(house.sample());
+        AbcG::OV2fGeomParam extra(mesh.getSchema().getArbGeomParams(), "extra", false, AbcG::kVertexScope, 1);
+        extra.set(AbcG::OV2fGeomParam::Sample(AbcG::V2fArraySample(values), AbcG::kVertexScope));
+    });
+    mesh_.uv_maps.resize(1);
+    mesh_.uv_maps[0].name = "mine";
+    ASSERT_TRUE(mesh_.load(files_, "/house"));
+    ASSERT_EQ(mesh_.uv_maps.get_count(), 2u);
+    EXPECT_EQ(mesh_.uv_maps[0].name, "mine");
+    EXPECT_EQ(mesh_.uv_maps[1].name, "extra");
+}
+
 TEST_F(MeshLoading, MeshesWithoutSamplesAndOtherObjects)
 {
     write_archive(file_.path(), [&](AbcG::OObject top) {
