@@ -154,7 +154,8 @@ std::uint64_t FileWriter::append_group(std::uint64_t count, const std::function<
     guarded([&] {
         if (count == 0) return;
         entry = written_ + buffer_.size();
-        std::array<std::uint64_t, 512> some = {count};
+        std::array<std::uint64_t, 512> some; // most groups are small: not filled first
+        some[0] = count;
         std::size_t used = 1;
         for (std::uint64_t left = count; left > 0; used = 0) {
             for (; left > 0 && used < some.size(); --left)
