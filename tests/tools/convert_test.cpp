@@ -13,7 +13,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <random>
-#include <regex>
 #include <thread>
 #include <unistd.h>
 
@@ -66,8 +65,13 @@ void list_paths(AbcA::ObjectReader& object, std::vector<std::string>& paths)
 /// The text of an archive without its table of time samplings, the numbers in it, and the metadata of the archive.
 std::string without_samplings(const std::string& text)
 {
-    const std::string objects = text.substr(text.find('\n', text.find("_ai_AlembicVersion=")));
-    return std::regex_replace(objects, std::regex(" sampling [0-9]+"), "");
+    std::string objects = text.substr(text.find('\n', text.find("_ai_AlembicVersion=")));
+    const std::string word = " sampling ";
+    for (std::size_t at = objects.find(word); at != objects.npos; at = objects.find(word, at)) {
+        const std::size_t end = objects.find_first_not_of("0123456789", at + word.size());
+        objects.erase(at, std::min(end, objects.size()) - at);
+    }
+    return objects;
 }
 
 /// A scalar property of that many equal samples; a number from 65536 on.
