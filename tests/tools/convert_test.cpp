@@ -86,7 +86,7 @@ void write_repeats(const std::string& file, std::uint32_t count)
 
 } // namespace
 
-TEST_F(Convert, KeepsEverythingAndTheSizeOfTheFile)
+TEST_F(Convert, KeepsEverythingInNoMoreRoom)
 {
     for (unsigned seed = 1; seed <= 8; ++seed) {
         write_random_archive(path("in.abc"), {seed});
