@@ -7,6 +7,8 @@
 #include <abc_input.h>
 #include <abc_internal.h>
 
+#include <array>
+#include <fstream>
 #include <string_view>
 
 using Alembic::Abc::IArchive;
@@ -95,4 +97,11 @@ ToolError ArchiveSession::error(const std::string& what) const
 ToolError ArchiveSession::error(const std::string& object_path, const std::string& what) const
 {
     return ToolError(file_names_ + ": " + object_path + ": " + what);
+}
+
+std::string find_storage(const std::string& file)
+{
+    std::array<char, 5> start{};
+    std::ifstream(file, std::ios::binary).read(start.data(), start.size());
+    return std::string(start.data(), start.size()) == "Ogawa" ? "Ogawa" : "HDF5";
 }

@@ -57,3 +57,6 @@ private:
     std::string file_names_;
     std::unique_ptr<AbcInputArchiveHandle, Release> handle_;
 };
+
+/// "Ogawa" or "HDF5", by the first bytes of a file that was opened.
+std::string find_storage(const std::string& file);

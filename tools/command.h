@@ -19,3 +19,8 @@ void add_sample_command(CLI::App& program, Action& action);
 void add_keys_command(CLI::App& program, Action& action);
 void add_watch_command(CLI::App& program, Action& action);
 void add_convert_command(CLI::App& program, Action& action);
+void add_diff_command(CLI::App& program, Action& action);
+void add_check_command(CLI::App& program, Action& action);
+void add_size_command(CLI::App& program, Action& action);
+void add_completion_command(CLI::App& program, Action& action);
+void add_man_command(CLI::App& program, Action& action);

@@ -12,11 +12,17 @@ double find_frame_rate(const ArchiveSession& session)
     double fps = 0.0;
     Alembic::Abc::GetArchiveInfo(archive, application, version, number, date, description, fps);
     if (fps > 0.0) return fps;
+    if (const double rate = find_apparent_frame_rate(archive); rate > 0.0) return rate;
+    throw session.error("the archive tells no frame rate. Give one with --fps.");
+}
+
+double find_apparent_frame_rate(Alembic::Abc::IArchive& archive)
+{
     // The default sampling comes last: it is there in every archive, used or not.
     const std::uint32_t sampling_count = archive.getNumTimeSamplings();
     for (std::uint32_t i = 1; i <= sampling_count; ++i)
         if (const TimeSamplingInfo sampling(archive, i % sampling_count);
             sampling.max_sample_count > 1 && sampling.frame_rate > 0.0)
             return sampling.frame_rate;
-    throw session.error("the archive tells no frame rate. Give one with --fps.");
+    return 0.0;
 }

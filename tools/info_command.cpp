@@ -2,6 +2,7 @@
 #include "archive_arguments.h"
 #include "archive_session.h"
 #include "command.h"
+#include "frame_rate.h"
 #include "object_walk.h"
 #include "text.h"
 #include "time_sampling_info.h"
@@ -13,7 +14,6 @@
 
 #include <array>
 #include <cstdint>
-#include <fstream>
 #include <memory>
 
 using Alembic::Abc::IArchive;
@@ -33,6 +33,7 @@ struct ArchiveInfo
     std::string application, library_version, date, description;
     std::uint32_t library_version_number = 0; ///< 10000 major + 100 minor + patch
     double fps = 0.0;                         ///< as stored by the application; 0: it did not
+    double apparent_fps = 0.0;                ///< as the samples look like; 0: no telling
     std::vector<std::pair<std::string, std::string>> other_metadata;
     std::vector<TimeSamplingInfo> samplings;
     bool has_times = false;
@@ -40,14 +41,6 @@ struct ArchiveInfo
     std::array<std::size_t, object_kind_count> object_counts{};
     std::size_t instance_count = 0;
 };
-
-/// "Ogawa" or "HDF5", by the first bytes of a file that was opened.
-std::string find_storage(const std::string& file)
-{
-    std::array<char, 5> start{};
-    std::ifstream(file, std::ios::binary).read(start.data(), start.size());
-    return std::string(start.data(), start.size()) == "Ogawa" ? "Ogawa" : "HDF5";
-}
 
 void read_metadata(IArchive& archive, ArchiveInfo& info)
 {
@@ -83,6 +76,7 @@ ArchiveInfo read_info(const ArchiveSession& session, const std::vector<std::stri
     read_metadata(archive, info);
     for (std::uint32_t i = 0; i < archive.getNumTimeSamplings(); ++i)
         info.samplings.emplace_back(archive, i);
+    info.apparent_fps = find_apparent_frame_rate(archive);
     info.has_times = session.get_time_range(info.start_time, info.end_time);
     count_objects(session, info);
     return info;
@@ -115,7 +109,11 @@ void print_info(const ArchiveInfo& info)
     rows.emplace_back("library", info.library_version);
     rows.emplace_back("written", info.date);
     rows.emplace_back("description", info.description);
-    if (info.fps > 0.0) rows.emplace_back("frame rate", fmt::format("{:.6g} a second", info.fps));
+    if (info.fps > 0.0)
+        rows.emplace_back("frame rate", fmt::format("{:.6g} a second", info.fps));
+    else if (info.apparent_fps > 0.0)
+        rows.emplace_back("frame rate",
+                          fmt::format("not stored; the samples look like {:.6g} a second", info.apparent_fps));
     for (const auto& [key, value] : info.other_metadata)
         rows.emplace_back(key, value);
     rows.emplace_back("time", info.has_times ? time_range(info.start_time, info.end_time) : "no samples");
@@ -147,6 +145,7 @@ Json to_json(const ArchiveInfo& info)
     json["date_written"] = info.date;
     json["description"] = info.description;
     json["frames_per_second"] = info.fps > 0.0 ? Json(info.fps) : Json();
+    json["apparent_frames_per_second"] = info.apparent_fps > 0.0 ? Json(info.apparent_fps) : Json();
     json["metadata"] = Json::object();
     for (const auto& [key, value] : info.other_metadata)
         json["metadata"][key] = value;

@@ -60,6 +60,11 @@ int main(int argc, char** argv)
     add_keys_command(program, action);
     add_watch_command(program, action);
     add_convert_command(program, action);
+    add_diff_command(program, action);
+    add_check_command(program, action);
+    add_size_command(program, action);
+    add_completion_command(program, action);
+    add_man_command(program, action);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

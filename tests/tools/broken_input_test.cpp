@@ -20,7 +20,13 @@ std::vector<std::vector<std::string>> commands_on(const std::string& archive, co
             {"tree", archive, "--json"},
             {"dump", archive, "/body/shape"},
             {"export", archive, "-o", output},
-            {"render", archive, "-o", output + ".png", "--size", "8x8", "--samples", "1"}};
+            {"render", archive, "-o", output + ".png", "--size", "8x8", "--samples", "1"},
+            {"keys", archive},
+            {"watch", archive, "--for", "0"},
+            {"check", archive},
+            {"size", archive},
+            {"diff", archive, archive},
+            {"convert", archive, "-o", output + ".abc"}};
 }
 
 class BrokenInput : public testing::Test
@@ -53,6 +59,7 @@ protected:
         }
         EXPECT_FALSE(std::filesystem::exists(scratch_.path()));
         EXPECT_FALSE(std::filesystem::exists(scratch_.path() + ".png"));
+        EXPECT_FALSE(std::filesystem::exists(scratch_.path() + ".abc"));
     }
 
     std::string good_bytes_;
@@ -83,12 +90,14 @@ TEST_F(BrokenInput, ChangedBytesNeverCrash)
     const unsigned int seed = 20;
     std::mt19937 random(seed);
     const ScratchFile file("changed.abc");
-    for (int i = 0; i < 60; ++i) {
+    for (std::size_t i = 0; i < 120; ++i) {
         std::string bytes = good_bytes_;
         for (int change = 0; change < 3; ++change)
             bytes[random() % bytes.size()] = static_cast<char>(random());
         write_file(file.path(), bytes);
-        for (const auto& command : commands_on(file.path(), scratch_.path())) {
+        const auto commands = commands_on(file.path(), scratch_.path());
+        for (std::size_t c = i % 4; c < commands.size(); c += 4) { // a quarter of them each, for the sake of time
+            const std::vector<std::string>& command = commands[c];
             const ToolRun run = run_tool(command);
             EXPECT_TRUE(run.status == 0 || run.status == 1)
                 << "seed " << seed << ", file " << i << ", " << command[0] << ": " << run.status << "\n"
