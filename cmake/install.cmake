@@ -33,5 +33,18 @@ configure_file(${template_dir}/vo_abc_io.pc.in ${generated_dir}/vo_abc_io.pc @ON
 install(FILES ${generated_dir}/vo_abc_io.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
 install(TARGETS vo_abc RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+# The tool writes its own manual page and completions.
+function(vo_install_help folder name)
+    set(file ${generated_dir}/${name})
+    add_custom_command(OUTPUT ${file} COMMAND vo_abc ${ARGN} > ${file} DEPENDS vo_abc VERBATIM)
+    set_property(GLOBAL APPEND PROPERTY vo_help_files ${file})
+    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} COMPONENT tools)
+endfunction()
+vo_install_help(man/man1 vo_abc.1 man)
+vo_install_help(bash-completion/completions vo_abc completion bash)
+vo_install_help(zsh/vendor-completions _vo_abc completion zsh)
+vo_install_help(fish/vendor_completions.d vo_abc.fish completion fish)
+get_property(help_files GLOBAL PROPERTY vo_help_files)
+add_custom_target(vo_abc_help ALL DEPENDS ${help_files})
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT dev)

@@ -31,7 +31,7 @@ while read -r link; do
     target=$(readlink "$link")
     [[ $target != /* || -e $root$target ]] || fail "$link leads to nothing"
 done < <(find "$root" -type l)
-for link in bin/vo_abc share/cmake/vo_abc_io/vo_abc_ioConfig.cmake share/pkgconfig/vo_abc_io.pc; do
+for link in bin/vo_abc share/man/man1/vo_abc.1 share/bash-completion/completions/vo_abc share/cmake/vo_abc_io/vo_abc_ioConfig.cmake share/pkgconfig/vo_abc_io.pc; do
     [[ -L $root/usr/$link || -e $root/usr/$link ]] || fail "there is no /usr/$link"
 done
 tool=$root$(readlink "$root/usr/bin/vo_abc")

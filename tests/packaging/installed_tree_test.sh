@@ -24,7 +24,7 @@ block cpp >main.cpp
 block cmake >CMakeLists.txt
 quietly cmake -G Ninja -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror"
 quietly cmake --build build
-printed=$(build/host "$sample" /scene/floor/floorShape)
+printed=$(build/host "$sample" /scene/ring/ringShape)
 [[ $printed == "$expected" ]] || fail "the program printed '$printed', the page says '$expected'"
 build/host "$sample" /scene/nobody >log 2>&1 && fail "a mesh that is not there was loaded"
 ldd build/host | grep -E 'libvo_|libAlembic' | grep -v "$prefix" && fail "libraries are taken from elsewhere"
@@ -32,7 +32,7 @@ ldd build/host | grep -E 'libvo_|libAlembic' | grep -v "$prefix" && fail "librar
 if command -v pkg-config >/dev/null; then
     export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
     quietly "${CXX:-c++}" -std=c++17 main.cpp $(pkg-config --cflags --libs vo_abc_io) -o with_pkg_config
-    [[ $(./with_pkg_config "$sample" /scene/floor/floorShape) == "$expected" ]] || fail "built with pkg-config, it differs"
+    [[ $(./with_pkg_config "$sample" /scene/ring/ringShape) == "$expected" ]] || fail "built with pkg-config, it differs"
 fi
 
 # Beside an Alembic of another make nothing is installed, and none is mixed in.
