@@ -7,6 +7,7 @@
 #include <vo_app_base/app_base.h>
 
 #include <exception>
+#include <new>
 #include <string>
 
 using Alembic::Abc::IArchive;
@@ -153,7 +154,12 @@ std::unique_ptr<AbcInputArchiveHandle> AbcInputArchiveManager::open_handle(const
         cached = open_archive(filenames);
         if (cached) insert(cached);
     }
-    if (cached) add_user(*cached, *handle, listed);
+    try {
+        if (cached) add_user(*cached, *handle, listed);
+    } catch (const std::bad_alloc&) {
+        if (cached->user_count == 0) remove(cached, closed); // nobody else would
+        throw;
+    }
     if (stale) invalidate_handles(*stale, closed);
     return handle;
 }
@@ -172,10 +178,8 @@ void AbcInputArchiveManager::release_archive(AbcInputArchiveHandle* handle)
 
     // A copy of a handle that was invalidated holds an older archive of these files, and is no user of the new one.
     const bool is_user = cached->archive == handle->share_archive();
-    std::shared_ptr<void> archive, object;
-    handle->empty_into(archive, object);
+    handle->empty_into(closed.archive, closed.object);
     closed.lock = handle->share_lock();
-    closed.shares = {std::move(object), std::move(archive)};
     handle->share_in(nullptr, nullptr);
     handle->clear_archive_invalidation_block();
     if (!is_user) return;
@@ -239,17 +243,18 @@ void AbcInputArchiveManager::remove(const CachedArchivePtr& cached, ClosedArchiv
 {
     cache_.remove(cached->filenames);
     closed.lock = cached->lock;
-    closed.shares.push_back(std::move(cached->archive));
+    closed.cached = std::move(cached->archive);
     publish_snapshot();
 }
 
 void AbcInputArchiveManager::add_user(AbcCachedInputArchive& cached, AbcInputArchiveHandle& handle, bool listed)
 {
+    if (listed) {
+        cached.handles->add(&handle); // may be out of memory: the handle is no user then
+        handle.roster_ = cached.handles;
+    }
     cached.change_user_count(1);
     handle.share_in(cached.archive, cached.lock);
-    if (!listed) return;
-    cached.handles->add(&handle);
-    handle.roster_ = cached.handles;
 }
 
 void AbcInputArchiveManager::invalidate_handles(AbcCachedInputArchive& stale, ClosedArchive& closed)
@@ -267,17 +272,24 @@ void AbcInputArchiveManager::invalidate_handles(AbcCachedInputArchive& stale, Cl
 
 void AbcInputArchiveManager::publish_snapshot()
 {
-    auto snapshot = std::make_shared<CacheSnapshot>();
-    snapshot->archives.reserve(cache_.get_count());
-    for (const auto& entry : cache_)
-        snapshot->archives.push_back(entry.get_value());
-    snapshot->table_size = cache_.get_memory_size();
+    std::shared_ptr<CacheSnapshot> snapshot;
+    try {
+        snapshot = std::make_shared<CacheSnapshot>();
+        snapshot->archives.reserve(cache_.get_count());
+        for (const auto& entry : cache_)
+            snapshot->archives.push_back(entry.get_value());
+        snapshot->table_size = cache_.get_memory_size();
+    } catch (const std::bad_alloc&) {
+        snapshot.reset(); // none until the next one: the old one would keep closed archives open
+    }
     std::atomic_store(&snapshot_, std::shared_ptr<const CacheSnapshot>(std::move(snapshot)));
 }
 
 std::shared_ptr<const AbcInputArchiveManager::CacheSnapshot> AbcInputArchiveManager::get_snapshot() const
 {
-    return std::atomic_load(&snapshot_);
+    static const CacheSnapshot none;
+    auto snapshot = std::atomic_load(&snapshot_);
+    return snapshot ? std::move(snapshot) : std::shared_ptr<const CacheSnapshot>(std::shared_ptr<void>(), &none);
 }
 
 std::shared_ptr<SysThreadLockRecursive> AbcInputArchiveManager::share_lock() const

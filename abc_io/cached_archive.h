@@ -70,9 +70,14 @@ public:
     ~ClosedArchive()
     {
         const ScopedLock scope(lock);
+        object.reset();
+        archive.reset();
         shares.clear();
+        cached.reset();
     }
 
     std::shared_ptr<SysThreadLockRecursive> lock;
-    std::vector<std::shared_ptr<void>> shares;
+    std::shared_ptr<void> object, archive;     ///< of a handle that was released: that must work without memory, too
+    std::shared_ptr<void> cached;              ///< of the cache
+    std::vector<std::shared_ptr<void>> shares; ///< of handles that were invalidated
 };

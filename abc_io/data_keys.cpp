@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* key_version = "v1:"; // another one whenever the same geometry would give another key
 constexpr int max_compound_depth = 64;     // compounds within compounds; no exporter goes deeper, damaged files may
+constexpr int max_properties = 100000;     // of one object; damaged files can show one compound in any number of places
 
 using HeaderList = std::vector<const PropertyHeader*>;
 
@@ -156,18 +157,20 @@ Place place_of(const ICompoundProperty& compound, Place parent)
                                                                                : Place::PARAMETER_PARTS;
 }
 
-/// What counts of a compound's samples: names, types and values, sorted. Empty when nothing does.
-std::string compound_bytes(const ICompoundProperty& parent, const ISampleSelector& selector,
+/// What counts of a compound's samples: names, types and values, sorted. Empty when nothing does. `properties_left` goes
+/// down by one for each property.
+std::string compound_bytes(const ICompoundProperty& parent, const ISampleSelector& selector, int& properties_left,
                            Place place = Place::SCHEMA, int depth = 0)
 {
     if (depth > max_compound_depth) throw std::runtime_error("properties are nested too deep: the archive is damaged");
     std::string bytes;
     for (const PropertyHeader* const header : sorted_headers(parent)) {
+        if (--properties_left < 0) throw std::runtime_error("there are too many properties: the archive is damaged");
         const std::string& name = header->getName();
         std::string content;
         if (header->isCompound()) {
             const ICompoundProperty compound(parent, name);
-            content = compound_bytes(compound, selector, place_of(compound, place), depth + 1);
+            content = compound_bytes(compound, selector, properties_left, place_of(compound, place), depth + 1);
         } else if (header->isArray()) {
             content = array_bytes(IArrayProperty(parent, name), selector);
         } else {
@@ -188,7 +191,7 @@ std::string compound_bytes(const ICompoundProperty& parent, const ISampleSelecto
 }
 
 /// The face sets in the order of names, which is that of their groups: a later one takes faces from an earlier one.
-std::string face_set_bytes(const IObject& object)
+std::string face_set_bytes(const IObject& object, int& properties_left)
 {
     std::map<std::string, std::string> face_sets;
     const char* const schema_name = IFaceSetSchema::getDefaultSchemaName();
@@ -199,7 +202,8 @@ std::string face_set_bytes(const IObject& object)
         const PropertyHeader* const schema = properties.getPropertyHeader(schema_name);
         std::string& content = face_sets[child.getName()];
         if (!schema || !schema->isCompound()) continue;
-        content = compound_bytes(ICompoundProperty(properties, schema_name), ISampleSelector(index_t(0)));
+        content =
+            compound_bytes(ICompoundProperty(properties, schema_name), ISampleSelector(index_t(0)), properties_left);
     }
     std::string bytes;
     for (const auto& [name, content] : face_sets) {
@@ -215,8 +219,9 @@ CoreString geometry_data_key(const char* kind, const IObject& object, const ICom
 {
     std::string bytes;
     append(kind, bytes);
-    append(compound_bytes(schema, ISampleSelector(time, ISampleSelector::kNearIndex)), bytes);
-    append(face_set_bytes(object), bytes);
+    int properties_left = max_properties;
+    append(compound_bytes(schema, ISampleSelector(time, ISampleSelector::kNearIndex), properties_left), bytes);
+    append(face_set_bytes(object, properties_left), bytes);
     Alembic::Util::Digest digest;
     Alembic::Util::MurmurHash3_x64_128(bytes.data(), bytes.size(), sizeof(char), &digest);
     return CoreString(std::string(key_version) + kind + ":" + digest.str());

@@ -7,6 +7,11 @@ using namespace Alembic::AbcGeom;
 namespace {
 
 constexpr int max_property_depth = 64; // compounds within compounds; deeper ones are not listed
+// A damaged file can show one compound in any number of places: what goes beyond is not listed.
+constexpr int max_compounds = 1000; // within the compounds of one object
+constexpr std::size_t max_name_bytes = std::size_t(1)
+                                       << 24; // of one object's properties, with those of their compounds
+constexpr std::size_t bytes_beside_name = 16;
 constexpr const char* values_name = ".vals";
 constexpr const char* indices_name = ".indices";
 
@@ -45,6 +50,9 @@ private:
         for (std::size_t i = 0; i < parent.getNumProperties(); ++i) {
             const PropertyHeader& header = parent.getPropertyHeader(i);
             const std::string name = prefix + header.getName();
+            const std::size_t cost = name.size() + bytes_beside_name;
+            if (cost > name_bytes_left_) return true;
+            name_bytes_left_ -= cost;
             const bool go_on =
                 header.isSimple()
                     ? !is_wanted(name) || visit_simple(name, parent, header, are_parameters)
@@ -78,11 +86,15 @@ private:
         // same.
         if (is_array(compound.getPropertyHeader(values_name)) && is_array(compound.getPropertyHeader(indices_name)))
             return !is_wanted(name) || visit_(UserProperty{name, parent, header, compound, true});
-        return depth == max_property_depth || go(compound, name + ".", are_parameters, depth + 1);
+        if (depth == max_property_depth || compounds_left_ == 0) return true;
+        --compounds_left_;
+        return go(compound, name + ".", are_parameters, depth + 1);
     }
 
     const std::function<bool(const UserProperty&)>& visit_;
     const std::string* const target_;
+    int compounds_left_ = max_compounds;
+    std::size_t name_bytes_left_ = max_name_bytes;
 };
 
 void walk(const IObject& object, const std::function<bool(const UserProperty&)>& visit, const std::string* target)

@@ -41,6 +41,22 @@ public:
         });
     }
 
+    /// Follows first children as far down as there are any.
+    void descend(AbcA::ObjectReaderPtr object)
+    {
+        attempt([&] {
+            while (object->getNumChildren() > 0 && spend())
+                object = object->getChild(0);
+        });
+        attempt([&] {
+            AbcA::CompoundPropertyReaderPtr compound = object->getProperties();
+            while (compound && compound->getNumProperties() > 0 && spend())
+                compound = compound->getPropertyHeader(0).isCompound()
+                               ? compound->getCompoundProperty(compound->getPropertyHeader(0).getName())
+                               : nullptr;
+        });
+    }
+
 private:
     void walk_compound(AbcA::CompoundPropertyReader& compound, int depth)
     {
@@ -149,6 +165,7 @@ WalkReport walk_core(const AbcA::ArchiveReaderPtr& archive)
         for (std::uint32_t i = 0; i < std::min(archive->getNumTimeSamplings(), 100u); ++i)
             archive->getMaxNumSamplesForTimeSamplingIndex(i);
         archive->getArchiveVersion();
+        walk.descend(archive->getTop());
         walk.walk(*archive->getTop(), 0);
     });
     return report;
@@ -168,7 +185,7 @@ WalkReport walk_bytes(const std::string& bytes, bool match_all)
             all.errors.insert(report.errors.begin(), report.errors.end());
         }
     } catch (const std::exception& error) {
-        all.errors.insert(error.what());
+        WalkBudget(all).note(error.what());
     }
     return all;
 }

@@ -88,16 +88,19 @@ void ContainerTree::take_children(BlockId group, const std::string& file, std::u
 
 std::string ContainerTree::file() const
 {
-    std::vector<std::uint64_t> entries;
+    // Parents come before their children in a tree that was taken apart. Writers finish children first, and the root last.
+    std::vector<std::uint64_t> entries(blocks.size());
     std::uint64_t position = header_size;
-    for (const Block& block : blocks) {
+    for (BlockId id = blocks.size(); id-- > 0;) {
+        const Block& block = blocks[id];
         const std::uint64_t kind = block.kind == Block::DATA ? data_bit : 0;
-        entries.push_back(block.kind == Block::ENTRY ? block.entry : kind | (is_written(block) ? position : 0));
+        entries[id] = block.kind == Block::ENTRY ? block.entry : kind | (is_written(block) ? position : 0);
         position += size_in_file(block);
     }
     std::string file = header;
     append_number(file, entries.at(root));
-    for (const Block& block : blocks) {
+    for (BlockId id = blocks.size(); id-- > 0;) {
+        const Block& block = blocks[id];
         if (!is_written(block)) continue;
         const bool is_data = block.kind == Block::DATA;
         append_number(file, block.stated_size.value_or(is_data ? block.bytes.size() : block.children.size()));

@@ -20,10 +20,11 @@ struct Block
     enum Kind { GROUP, DATA, ENTRY };
 
     Kind kind = DATA;
-    std::string bytes;                        ///< of data
-    std::vector<BlockId> children;            ///< of a group; a block may be the child of many, and of itself
-    std::uint64_t entry = 0;                  ///< of ENTRY: the 8 bytes as they stand in a parent's table
-    std::optional<std::uint64_t> stated_size; ///< size of data, or count of a group, that is stated in place of the true one
+    std::string bytes;             ///< of data
+    std::vector<BlockId> children; ///< of a group; a block may be the child of many, and of itself
+    std::uint64_t entry = 0;       ///< of ENTRY: the 8 bytes as they stand in a parent's table
+    std::optional<std::uint64_t>
+        stated_size; ///< size of data, or count of a group, that is stated in place of the true one
 };
 
 /// The blocks of a container. Takes any bytes: what is no block becomes an ENTRY, what follows a limit is left out.
@@ -37,7 +38,7 @@ public:
 
     bool valid() const { return !blocks.empty(); }
 
-    /// The file of these blocks: each that is not empty is written once, in the order of their numbers.
+    /// The file of these blocks: each that is not empty is written once, the highest number first.
     std::string file() const;
 
     BlockId add_data(std::string bytes);

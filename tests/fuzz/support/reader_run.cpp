@@ -123,7 +123,8 @@ private:
     void check(const ResourceProperty& property)
     {
         promise(property.extent > 0, "a property's extent is 0");
-        promise(are_below(property.indices, property.get_element_count()), "a property's index leads beyond its values");
+        promise(are_below(property.indices, property.get_element_count()),
+                "a property's index leads beyond its values");
     }
 
     void run_properties(const CoreString& name)
@@ -165,12 +166,14 @@ private:
                 return;
             ok(true);
             promise(sum_of(counts) == indices.get_count(), "face counts do not add up to the indices");
-            promise(are_below(indices, std::uint64_t(positions.get_count()) + 1), "a face index leads beyond the points");
+            promise(are_below(indices, std::uint64_t(positions.get_count()) + 1),
+                    "a face index leads beyond the points");
             promise(groups.get_count() == counts.get_count(), "not one group for each face");
             promise(groups.get_count() == 0 || are_below(groups, group_names.get_count()), "a group without a name");
             check_maps(uv_maps, indices.get_count());
             for (const GeometryNormalMap& map : normal_maps)
-                promise(are_below(map.indices, map.values.get_count()) && map.indices.get_count() == indices.get_count(),
+                promise(are_below(map.indices, map.values.get_count()) &&
+                            map.indices.get_count() == indices.get_count(),
                         "a normal map does not fit its mesh");
         });
         CoreArray<int> creases;
@@ -192,7 +195,8 @@ private:
         attempt([&] {
             if (!AbcInput::load_curve(files_, name, time, curves, nullptr)) return;
             ok(true);
-            promise(sum_of(curves.vertex_counts) <= curves.positions.get_count(), "curves ask for more points than given");
+            promise(sum_of(curves.vertex_counts) <= curves.positions.get_count(),
+                    "curves ask for more points than given");
             promise(are_below(curves.radius_indices, curves.radii.get_count()), "an index of radii leads beyond them");
             for (const GeometryUvMap& map : curves.uv_maps)
                 promise(are_below(map.indices, map.values.get_count()), "an index of curve uvs leads beyond them");
@@ -306,7 +310,8 @@ void write_file(const std::string& path, const std::string& bytes)
 /// The scratch files of this process, reused: making one for each of thousands of inputs would take longer than all else.
 const std::string& scratch_path(std::size_t layer)
 {
-    static const ScratchFile files[] = {ScratchFile("weakest.abc"), ScratchFile("middle.abc"), ScratchFile("strong.abc")};
+    static const ScratchFile files[] = {ScratchFile("weakest.abc"), ScratchFile("middle.abc"),
+                                        ScratchFile("strong.abc")};
     return files[layer].path();
 }
 

@@ -105,7 +105,8 @@ void add_subdivision(OObject parent)
 {
     OSubD subd(parent, "subd");
     const std::vector<V3f> positions = points(1);
-    OSubDSchema::Sample sample{P3fArraySample(positions), Int32ArraySample(face_indices), Int32ArraySample(face_counts)};
+    OSubDSchema::Sample sample{P3fArraySample(positions), Int32ArraySample(face_indices),
+                               Int32ArraySample(face_counts)};
     const std::vector<std::int32_t> lengths = {2}, crease = {0, 1}, corner = {2};
     const std::vector<float> sharpness = {1.5f};
     sample.setCreases(Int32ArraySample(crease), Int32ArraySample(lengths), FloatArraySample(sharpness));

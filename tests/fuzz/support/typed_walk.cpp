@@ -189,7 +189,8 @@ private:
                 });
             for (const double time : times)
                 attempt([&] {
-                    const ISampleSelector at(time, spend() ? ISampleSelector::kNearIndex : ISampleSelector::kFloorIndex);
+                    const ISampleSelector at(time,
+                                             spend() ? ISampleSelector::kNearIndex : ISampleSelector::kFloorIndex);
                     if (schema.getNumSamples() > 0) read(schema, at);
                 });
             attempt([&] { read_parameters(schema.getArbGeomParams()); });
