@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 # A folder beside this repository that holds the archive conformance runner; its checks join `make test` when found.
 KIT ?= $(firstword $(patsubst %/conformance/run.sh,%,$(wildcard ../*/conformance/run.sh)))
 
-.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench package install-deps format clean
+.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench coverage package install-deps format clean
 
 all: build
 
@@ -48,6 +48,9 @@ endif
 
 bench: build
 	@scripts/bench.sh build/release
+
+coverage: install-deps
+	@scripts/coverage.sh
 
 package: build
 	@cd build/release && cpack
