@@ -88,9 +88,14 @@ using namespace counted_memory;
 
 namespace {
 
+void* get_block(std::size_t size, std::size_t alignment = alignof(std::max_align_t))
+{
+    return counted([=] { return aligned_alloc(alignment, (size + alignment) / alignment * alignment); });
+}
+
 void* new_block(std::size_t size, std::size_t alignment = alignof(std::max_align_t))
 {
-    void* const block = counted([=] { return aligned_alloc(alignment, (size + alignment) / alignment * alignment); });
+    void* const block = get_block(size, alignment);
     if (!block) throw std::bad_alloc();
     return block;
 }
@@ -115,6 +120,18 @@ void* operator new(std::size_t size, std::align_val_t alignment)
 {
     return new_block(size, std::size_t(alignment));
 }
+void* operator new[](std::size_t size, std::align_val_t alignment)
+{
+    return new_block(size, std::size_t(alignment));
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return get_block(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return get_block(size);
+}
 void operator delete(void* block) noexcept
 {
     delete_block(block);
@@ -136,6 +153,14 @@ void operator delete(void* block, std::align_val_t) noexcept
     delete_block(block);
 }
 void operator delete(void* block, std::size_t, std::align_val_t) noexcept
+{
+    delete_block(block);
+}
+void operator delete[](void* block, std::align_val_t) noexcept
+{
+    delete_block(block);
+}
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept
 {
     delete_block(block);
 }
