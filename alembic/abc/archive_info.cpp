@@ -57,7 +57,7 @@ AbcA::MetaData archive_info_metadata(const std::string& application, const std::
     meta_data.set(kApplicationNameKey, application);
     meta_data.set(kDateWrittenKey, date_text());
     meta_data.set(kUserDescriptionKey, description);
-    if (fps) meta_data.set(kDCCFPSKey, fixed_text(*fps));
+    if (fps && *fps > 0.0) meta_data.set(kDCCFPSKey, fixed_text(*fps));
     return meta_data;
 }
 

@@ -43,8 +43,9 @@ Abc::OStringArrayProperty OCollectionsSchema::createCollection(const std::string
     ALEMBIC_ABC_SAFE_CALL_BEGIN("OCollectionsSchema::createCollection()");
     const Abc::OStringArrayProperty known = getCollection(name);
     if (known.getPtr()) return known;
-    collections_->push_back(Abc::OStringArrayProperty(getPtr(), name, arg0, arg1, arg2));
-    return collections_->back();
+    const Abc::OStringArrayProperty made(getPtr(), name, arg0, arg1, arg2);
+    if (made.valid()) collections_->push_back(made); // under a quiet policy it may not have come about
+    return made;
     ALEMBIC_ABC_SAFE_CALL_END();
     return Abc::OStringArrayProperty();
 }

@@ -7,8 +7,16 @@ namespace Alembic {
 namespace AbcMaterial {
 inline namespace ALEMBIC_VERSION_NS {
 
+void require_text(const std::string& text)
+{
+    if (text.find('\0') != std::string::npos)
+        ABCA_THROW("'" << text.c_str() << "...' cannot be stored in a material: it holds a zero character");
+}
+
 std::string join_names(const std::string& first, const std::string& second)
 {
+    require_text(first);
+    require_text(second);
     if (first.empty() || first.find('.') != std::string::npos)
         ABCA_THROW("'" << first << "' cannot name a target or node of a material: it must not be empty or hold a dot");
     return second.empty() ? first : first + "." + second;

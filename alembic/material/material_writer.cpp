@@ -37,17 +37,22 @@ struct OMaterialSchema::State
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    // A destructor cannot throw; the reason goes where the archive's log can no longer take it.
     ~State()
     {
+        write(compound, ".shaderNames", shaders);
+        write(compound, ".terminals", terminals);
+        write(compound, ".interface", mappings);
+        for (const auto& [name, node] : nodes)
+            write(node.compound.getPtr(), ".connections", node.connections);
+    }
+
+    /// A destructor cannot throw; the reason goes where the archive's log can no longer take it.
+    static void write(const AbcA::CompoundPropertyWriterPtr& parent, const char* name, const Dictionary& dictionary)
+    {
         try {
-            write_dictionary(compound, ".shaderNames", shaders);
-            write_dictionary(compound, ".terminals", terminals);
-            write_dictionary(compound, ".interface", mappings);
-            for (const auto& [name, node] : nodes)
-                write_dictionary(node.compound.getPtr(), ".connections", node.connections);
+            write_dictionary(parent, name, dictionary);
         } catch (const std::exception& error) {
-            std::cerr << "OMaterialSchema: names of shaders or connections were not written: " << error.what() << "\n";
+            std::cerr << "OMaterialSchema: " << name << " was not written: " << error.what() << "\n";
         }
     }
 
@@ -97,6 +102,7 @@ OMaterialSchema::State& OMaterialSchema::state() const
 void OMaterialSchema::setShader(const std::string& target, const std::string& shaderType, const std::string& shaderName)
 {
     ALEMBIC_ABC_SAFE_CALL_BEGIN("OMaterialSchema::setShader()");
+    require_text(shaderName);
     state().shaders[join_names(target, shaderType)] = shaderName;
     ALEMBIC_ABC_SAFE_CALL_END();
 }
@@ -130,6 +136,7 @@ void OMaterialSchema::setNetworkNodeConnection(const std::string& nodeName, cons
                                                const std::string& connectedOutputName)
 {
     ALEMBIC_ABC_SAFE_CALL_BEGIN("OMaterialSchema::setNetworkNodeConnection()");
+    require_text(inputName);
     state().node(nodeName).connections[inputName] = join_names(connectedNodeName, connectedOutputName);
     ALEMBIC_ABC_SAFE_CALL_END();
 }
@@ -156,6 +163,7 @@ void OMaterialSchema::setNetworkInterfaceParameterMapping(const std::string& int
                                                           const std::string& mapToParamName)
 {
     ALEMBIC_ABC_SAFE_CALL_BEGIN("OMaterialSchema::setNetworkInterfaceParameterMapping()");
+    require_text(interfaceParamName);
     state().mappings[interfaceParamName] = join_names(mapToNodeName, mapToParamName);
     ALEMBIC_ABC_SAFE_CALL_END();
 }

@@ -172,6 +172,7 @@ private:
             if (stream_.good()) return;
         } catch (const std::exception& exception) {
             reason = exception.what();
+        } catch (...) { // a stream of the caller's may throw anything; what failed must not pass for written
         }
         throw Util::Exception("Could not write to the given ostream (" + reason + ")");
     }

@@ -39,6 +39,8 @@ fi
 mkdir -p "$work/foreign/include/Alembic"
 cmake --install "$build" --prefix "$work/foreign" >log 2>&1 && fail "installed over another Alembic"
 grep -q "holds another Alembic" log || fail "the refusal does not say why: $(cat log)"
+mkdir -p "$work/library/lib" && touch "$work/library/lib/libAlembic.so.1.8"
+cmake --install "$build" --prefix "$work/library" >log 2>&1 && fail "installed over the library of another Alembic"
 sed -i '/^find_package/i add_library(Alembic::Alembic INTERFACE IMPORTED)\
 target_include_directories(Alembic::Alembic INTERFACE ${CMAKE_SOURCE_DIR})' CMakeLists.txt
 cmake -G Ninja -B mixed -DCMAKE_PREFIX_PATH="$prefix" >log 2>&1 && fail "mixed with another Alembic"

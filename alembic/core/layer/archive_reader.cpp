@@ -32,25 +32,25 @@ ArchiveReader::ArchiveReader(const ArchiveReaderPtrs& layers)
     : layers_(layers)
 {
     std::vector<AbcA::ObjectReaderPtr> tops;
+    std::unordered_set<const AbcA::TimeSampling*> known_samplings;
     for (const AbcA::ArchiveReaderPtr& layer : layers_) {
         name_.append(name_.empty() ? "" : ",").append(layer->getName());
         version_ = std::max(version_, layer->getArchiveVersion());
-        add_time_samplings(*layer);
+        add_time_samplings(*layer, known_samplings);
         tops.push_back(layer->getTop());
     }
     top_header_.getMetaData() = joined_metadata(layers_);
     top_ = std::make_unique<ObjectReader>(*this, nullptr, top_header_, std::move(tops));
 }
 
-void ArchiveReader::add_time_samplings(AbcA::ArchiveReader& layer)
+void ArchiveReader::add_time_samplings(AbcA::ArchiveReader& layer, std::unordered_set<const AbcA::TimeSampling*>& known)
 {
     const uint32_t count = layer.getNumTimeSamplings();
     for (uint32_t i = 0; i < count; ++i) {
         const AbcA::TimeSamplingPtr sampling = layer.getTimeSampling(i);
         // The very same object may come twice when one reader is given as several layers.
-        const bool is_known = std::any_of(time_samplings_.begin(), time_samplings_.end(),
-                                          [&](const LayerTimeSampling& known) { return known.sampling == sampling; });
-        if (!is_known) time_samplings_.push_back({sampling, layer.getMaxNumSamplesForTimeSamplingIndex(i)});
+        if (known.insert(sampling.get()).second)
+            time_samplings_.push_back({sampling, layer.getMaxNumSamplesForTimeSamplingIndex(i)});
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace Alembic {
@@ -47,7 +48,9 @@ private:
         AbcCoreAbstract::index_t max_samples;
     };
 
-    void add_time_samplings(AbcCoreAbstract::ArchiveReader& layer);
+    /// `known` are those that are there already.
+    void add_time_samplings(AbcCoreAbstract::ArchiveReader& layer,
+                            std::unordered_set<const AbcCoreAbstract::TimeSampling*>& known);
 
     const ArchiveReaderPtrs layers_; // weakest first
     std::string name_;

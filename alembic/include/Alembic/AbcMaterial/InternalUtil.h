@@ -14,6 +14,9 @@ inline namespace ALEMBIC_VERSION_NS {
 
 using Dictionary = std::map<std::string, std::string>;
 
+/// Throws for a text with a zero character in it, which an archive cannot keep.
+ALEMBIC_EXPORT void require_text(const std::string& text);
+
 /// `first.second`, or `first` alone when the second is empty. Throws when the first is empty or has a dot: it could not
 /// be told apart again.
 ALEMBIC_EXPORT std::string join_names(const std::string& first, const std::string& second);
