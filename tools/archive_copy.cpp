@@ -6,6 +6,7 @@
 #include <Alembic/AbcCoreOgawa/All.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace AbcA = Alembic::AbcCoreAbstract;
 
@@ -37,6 +38,12 @@ public:
     }
 
 private:
+    void show_progress() const
+    {
+        options_.progress((static_cast<double>(counts_.objects) + properties_done_) /
+                          static_cast<double>(object_count_));
+    }
+
     AbcA::ObjectReaderPtr open_child(AbcA::ObjectReader& object, std::size_t i) const
     {
         const AbcA::ObjectReaderPtr child = object.getChild(i);
@@ -58,6 +65,7 @@ private:
     void copy_object(AbcA::ObjectReader& object, AbcA::ObjectWriter& copy)
     {
         object_path_ = object.getFullName();
+        show_progress();
         session_.on_object(object.getFullName(), [&] {
             copy_properties(*object.getProperties(), *copy.getProperties(), object_path_, true);
             ++counts_.objects;
@@ -108,13 +116,29 @@ private:
         } else {
             const auto array = compound.getArrayProperty(name);
             const auto to = copy.createArrayProperty(name, header.getMetaData(), type, new_sampling);
+            AbcA::ArraySamplePtr shaped; // the sample before, where it has a shape
             copy_samples(*array, sampling, *to, [&](AbcA::index_t i) {
                 AbcA::ArraySamplePtr sample;
                 array->getSample(i, sample);
+                note_shape(path, shaped.get(), *sample);
+                shaped = sample->getDimensions().rank() > 1 ? sample : nullptr;
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *sample);
                 to->setSample(*sample);
             });
         }
+    }
+
+    /// Ogawa archives take a sample for a repeat of the one before when only its shape differs, and keep no shape of one
+    /// without elements.
+    void note_shape(const std::string& path, const AbcA::ArraySample* before, const AbcA::ArraySample& sample)
+    {
+        const AbcA::Dimensions& shape = sample.getDimensions();
+        const bool is_empty = shape.rank() > 1 && shape.numPoints() == 0;
+        const bool is_taken_for_repeat =
+            before && before->getDimensions() != shape && before->getKey() == sample.getKey();
+        if (!is_empty && !is_taken_for_repeat) return;
+        const std::string loss = path + ": the dimensions of some samples; an Ogawa archive cannot keep them.";
+        if (counts_.losses.empty() || counts_.losses.back() != loss) counts_.losses.push_back(loss);
     }
 
     /// `copy_sample(i)` reads one sample and appends it; the writer finds out which of them repeat.
@@ -126,8 +150,7 @@ private:
         const bool is_constant = from.isConstant();
         const SampleSpan samples = options_.cut.get_samples(sampling, count);
         for (std::int64_t i = samples.first; i <= samples.last; ++i) {
-            options_.progress((static_cast<double>(counts_.objects) + properties_done_) /
-                              static_cast<double>(object_count_));
+            show_progress();
             if (i > samples.first && is_constant)
                 to.setFromPreviousSample(); // read once, however many there are
             else
@@ -153,8 +176,9 @@ private:
         constexpr std::int64_t most_stored = 0xffffffff;
         for (std::uint32_t i = 0; i < source_->getNumTimeSamplings(); ++i) {
             const AbcA::index_t count = source_->getMaxNumSamplesForTimeSamplingIndex(i);
-            if (count > 0 && count <= most_stored)
-                target_->setMaxNumSamplesForTimeSamplingIndex(new_samplings_[i], count);
+            const AbcA::index_t other = target_->getMaxNumSamplesForTimeSamplingIndex(new_samplings_[i]);
+            if (count > 0 && count <= most_stored) // several of the source's may have become one
+                target_->setMaxNumSamplesForTimeSamplingIndex(new_samplings_[i], std::max(count, other));
         }
     }
 
@@ -179,7 +203,8 @@ CopyCounts copy_archive(const ArchiveSession& session, const std::string& path, 
     CopyCounts counts = ArchiveCopier(session, path, options, wide_strings).copy();
     try {
         // What could not be written to its end does not open.
-        counts.losses = wide_strings.find_lost(*Alembic::AbcCoreOgawa::ReadArchive()(path));
+        for (std::string& loss : wide_strings.find_lost(*Alembic::AbcCoreOgawa::ReadArchive()(path)))
+            counts.losses.push_back(std::move(loss));
     } catch (const std::exception& error) {
         throw ToolError("the copy was not written to its end: " + reason_in(error.what()) + ". Is the disk full?");
     }

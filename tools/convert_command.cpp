@@ -8,13 +8,17 @@
 #include "interruption.h"
 #include "new_file.h"
 #include "text.h"
+#include "tool_error.h"
 #include "tool_library.h"
 
 #include <fmt/format.h>
 #include <vo_app_base/app_progress_bar.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 namespace {
 
@@ -33,6 +37,14 @@ std::optional<TimeSpan> find_span(const ArchiveSession& session, const ConvertOp
     return TimeSpan{static_cast<double>(options.frames->first) / fps, static_cast<double>(options.frames->last) / fps};
 }
 
+/// Whether the file of that name, if there is one, is one of `files`.
+bool is_one_of(const std::vector<std::string>& files, const std::string& path)
+{
+    std::error_code ignored;
+    return std::any_of(files.begin(), files.end(),
+                       [&](const std::string& file) { return std::filesystem::equivalent(file, path, ignored); });
+}
+
 /// The progress bar is gone when this returns.
 CopyCounts write_copy(const ArchiveSession& session, const ConvertOptions& options)
 {
@@ -45,6 +57,10 @@ CopyCounts write_copy(const ArchiveSession& session, const ConvertOptions& optio
         bar.set_value(static_cast<float>(done));
     };
     const CopyCounts counts = copy_archive(session, file.get_temporary_path(), {selection, cut, progress});
+    Interruption::check();
+    if (!counts.losses.empty() && is_one_of(options.files, options.output))
+        throw ToolError(options.output + ": not written over, since this would be lost: " + counts.losses.front() +
+                        " Write to another name.");
     file.commit();
     return counts;
 }

@@ -20,17 +20,32 @@ mode_t new_file_mode()
     return 0666 & ~mask;
 }
 
+/// The name of the file that a link leads to, so that the link stays one.
+std::string resolved(const std::string& path)
+{
+    char* const found = realpath(path.c_str(), nullptr);
+    const std::string name = found ? found : path;
+    std::free(found);
+    return name;
+}
+
 } // namespace
 
 NewFile::NewFile(const std::string& path)
-    : path_(path)
-    , temporary_path_(path + ".XXXXXX")
+    : path_(resolved(path))
+    , temporary_path_(path_ + ".XXXXXX")
 {
     struct stat status;
-    if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) fail(EISDIR);
+    mode_t mode = new_file_mode();
+    if (stat(path.c_str(), &status) == 0) {
+        if (S_ISDIR(status.st_mode)) fail(EISDIR);
+        if (!S_ISREG(status.st_mode)) throw ToolError(path + ": cannot be written: it is no plain file");
+        if (access(path.c_str(), W_OK) != 0) fail(errno);
+        mode = status.st_mode & 07777;
+    }
     descriptor_ = mkstemp(temporary_path_.data());
     if (descriptor_ < 0) fail(errno);
-    if (fchmod(descriptor_, new_file_mode()) == 0) return;
+    if (fchmod(descriptor_, mode) == 0) return;
     const int error_number = errno;
     close(descriptor_);
     unlink(temporary_path_.c_str());

@@ -59,7 +59,10 @@ ObjectSelection::ObjectSelection(const ArchiveSession& session, const std::vecto
     while (!sources.empty()) {
         const std::string source = sources.back();
         sources.pop_back();
-        if (whole_.count(source) == 0) add(session, source, sources);
+        // An instance may lead to nothing; it is then kept as it is.
+        const bool is_there = session.on_object(
+            source, [&] { return find_stored_object(session.get_archive().getTop().getPtr(), source) != nullptr; });
+        if (is_there && whole_.count(source) == 0) add(session, source, sources);
     }
 }
 
@@ -69,8 +72,10 @@ void ObjectSelection::add(const ArchiveSession& session, const std::string& path
     const AbcA::ObjectReaderPtr top = session.get_archive().getTop().getPtr();
     const AbcA::ObjectReaderPtr object = session.on_object(path, [&] { return find_stored_object(top, path); });
     if (!object) throw session.error(path, "there is no such object. 'vo_abc tree' lists all.");
-    if (!whole_.insert(object->getFullName()).second) return;
-    for (std::string above = parent_of(object->getFullName()); !above.empty(); above = parent_of(above))
+    // The top object of layers has no name.
+    const std::string full_name = object->getFullName().empty() ? "/" : object->getFullName();
+    if (!whole_.insert(full_name).second) return;
+    for (std::string above = parent_of(full_name); !above.empty(); above = parent_of(above))
         ancestors_.insert(above);
     session.on_object(path, [&] {
         for_each_below(*object, [&](AbcA::ObjectReader& below) {

@@ -111,13 +111,39 @@ TEST_F(Convert, WritesWhatLayersAreTogether)
               without_samplings(archive_text(*Alembic::AbcCoreLayer::ReadArchive()(layers))));
 }
 
+TEST_F(Convert, LayersOfDifferentLengthKeepTheLongest)
+{
+    for (const int count : {10, 2}) {
+        write_archive(path(std::to_string(count) + ".abc"), [&](AbcG::OObject top) {
+            const std::string name = "samples" + std::to_string(count);
+            AbcG::ODoubleProperty property(top.getProperties(), name,
+                                           std::make_shared<AbcG::TimeSampling>(1.0 / 24.0, 0.0));
+            for (int i = 0; i < count; ++i)
+                property.set(i);
+        });
+    }
+    for (const bool is_long_first : {false, true}) {
+        const std::string first = path(is_long_first ? "10.abc" : "2.abc");
+        const std::string second = path(is_long_first ? "2.abc" : "10.abc");
+        convert({first, second});
+        const std::string whole = out_text();
+        const AbcA::ArchiveReaderPtr copy = open_ogawa(path("out.abc"));
+        ASSERT_EQ(copy->getNumTimeSamplings(), 2u);
+        EXPECT_EQ(copy->getMaxNumSamplesForTimeSamplingIndex(1), 10);
+        convert({first, second, "--objects", "/"});
+        EXPECT_EQ(without_samplings(out_text()), without_samplings(whole)) << "the top object is everything";
+    }
+}
+
 TEST_F(Convert, ReplacesTheArchiveItReads)
 {
-    write_random_archive(path("out.abc"), {3});
+    write_random_archive(path("stored.abc"), {3});
+    std::filesystem::create_symlink("stored.abc", path("out.abc"));
     const std::string before = out_text();
     convert({path("out.abc")});
     EXPECT_EQ(out_text(), before);
-    EXPECT_THAT(names_in_folder(), ElementsAre("out.abc"));
+    EXPECT_TRUE(std::filesystem::is_symlink(path("out.abc"))) << "a link is followed";
+    EXPECT_THAT(names_in_folder(), ElementsAre("out.abc", "stored.abc"));
 }
 
 TEST_F(Convert, AFrameRangeHasTheValuesItHadAtEveryTime)

@@ -48,4 +48,9 @@ TEST(Hdf5Convert, NamesTheWideStringsThatAnOgawaArchiveTakesForOthers)
     const ToolRun run = run_tool({"convert", hdf5.path(), "-o", out.path()});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.errors, testing::HasSubstr(out.path() + ": / property wide: 1 sample of wide strings"));
+
+    const ToolRun in_place = run_tool({"convert", hdf5.path(), "-o", hdf5.path()});
+    EXPECT_EQ(in_place.status, 1);
+    EXPECT_THAT(in_place.errors, testing::HasSubstr("not written over"));
+    EXPECT_EQ(hdf5.bytes(), bytes);
 }
