@@ -1,23 +1,26 @@
 #include "command_outline.h"
 
-#include <regex>
+#include <algorithm>
 
 namespace {
 
-/// The words of "A, B or C; more" or "A or B".
+/// The words of "A, B or C; more" or "A or B"; none of any other text.
 std::vector<std::string> find_choices(const std::string& description)
 {
-    static const std::regex list("^((?:[a-z]+, )*)([a-z]+) or ([a-z]+)(?:;.*)?$");
-    std::smatch match;
-    if (!std::regex_match(description, match, list)) return {};
+    const std::string list = description.substr(0, description.find(';'));
+    const std::size_t last = list.rfind(" or ");
+    if (last == list.npos) return {};
     std::vector<std::string> choices;
-    static const std::regex word("[a-z]+");
-    const std::string first = match[1];
-    for (std::sregex_iterator i(first.begin(), first.end(), word), end; i != end; ++i)
-        choices.push_back(i->str());
-    choices.push_back(match[2]);
-    choices.push_back(match[3]);
-    return choices;
+    for (std::size_t start = 0; start <= last;) {
+        const std::size_t end = std::min(list.find(", ", start), last);
+        choices.push_back(list.substr(start, end - start));
+        start = end + 2;
+    }
+    choices.push_back(list.substr(last + 4));
+    const auto is_word = [](const std::string& text) {
+        return !text.empty() && text.find_first_not_of("abcdefghijklmnopqrstuvwxyz") == text.npos;
+    };
+    return std::all_of(choices.begin(), choices.end(), is_word) ? choices : std::vector<std::string>();
 }
 
 OptionOutline outline_option(const CLI::Option& option)
