@@ -9,16 +9,21 @@ enum class BlendRounding {
     DOUBLE_PRODUCTS, ///< weights in double, each product rounded to float before the float sum (curves, points)
 };
 
-/// In place over `count` floats each: `floor` and `ceil` come in as the two samples and leave as the values at `weight`
-/// (0 at floor, 1 at ceil) and as the velocities, (ceil - floor) * `per_second`. The two arrays must not overlap.
-void blend_with_velocities(float* floor, float* ceil, std::size_t count, double weight, double per_second,
-                           BlendRounding rounding);
+// Results go in place, where an output is the array named for it, or elsewhere: then past the cache, as suits arrays that
+// are larger than it. Arrays must not overlap otherwise.
 
-/// In place over `count` floats: `floor` becomes the values at `weight` (0 at floor, 1 at ceil). No overlap.
-void blend(float* floor, const float* ceil, std::size_t count, double weight, BlendRounding rounding);
+/// `values` become the floats at `weight` (0 at floor, 1 at ceil), `velocities` become (ceil - floor) * `per_second`. In
+/// place: `values` is `floor`, `velocities` is `ceil`. All arrays have `count` floats.
+void blend_with_velocities(const float* floor, const float* ceil, float* values, float* velocities, std::size_t count,
+                           double weight, double per_second, BlendRounding rounding);
 
-/// `values[i] += velocities[i] * seconds`, rounded as `rounding` says.
+/// `values` become the floats at `weight` (0 at floor, 1 at ceil). In place: `values` is `floor`.
+void blend(const float* floor, const float* ceil, float* values, std::size_t count, double weight,
+           BlendRounding rounding);
+
+/// `values[i] += velocities[i] * seconds`, rounded as `rounding` says; always in place.
 void extrapolate(float* values, const float* velocities, std::size_t count, double seconds, BlendRounding rounding);
 
-/// `next[i] = (next[i] - values[i]) * per_second`, rounded as `rounding` says.
-void difference(const float* values, float* next, std::size_t count, double per_second, BlendRounding rounding);
+/// `velocities[i] = (next[i] - values[i]) * per_second`, rounded as `rounding` says. In place: `velocities` is `next`.
+void difference(const float* values, const float* next, float* velocities, std::size_t count, double per_second,
+                BlendRounding rounding);

@@ -62,14 +62,17 @@ private:
         }
         const double weight = seconds_after_floor * per_second;
         if (stored) {
-            combine_samples(floor, ceil, count, false, [=](float* from, float* to, std::size_t numbers) {
-                blend(from, to, numbers, weight, rounding);
-            });
+            combine_samples(floor, ceil, count, false,
+                            [=](const float* from, const float* to, float* positions, float*, std::size_t numbers) {
+                                blend(from, to, positions, numbers, weight, rounding);
+                            });
             use_velocities(true, floor);
         } else {
-            combine_samples(floor, ceil, count, true, [=](float* from, float* to, std::size_t numbers) {
-                blend_with_velocities(from, to, numbers, weight, per_second, rounding);
-            });
+            combine_samples(
+                floor, ceil, count, false,
+                [=](const float* from, const float* to, float* positions, float* velocities, std::size_t numbers) {
+                    blend_with_velocities(from, to, positions, velocities, numbers, weight, per_second, rounding);
+                });
         }
     }
 
@@ -90,17 +93,18 @@ private:
             read_positions(near, positions_);
             return use_velocities(false, near);
         }
-        combine_samples(
-            near, next, count, true,
-            [per_second = 1.0 / span, rounding = source_.rounding](float* from, float* to, std::size_t numbers) {
-                difference(from, to, numbers, per_second, rounding);
-            });
+        const double per_second = 1.0 / span;
+        const BlendRounding rounding = source_.rounding;
+        combine_samples(near, next, count, true,
+                        [=](const float* from, const float* to, float*, float* velocities, std::size_t numbers) {
+                            difference(from, to, velocities, numbers, per_second, rounding);
+                        });
     }
 
-    /// Reads two samples of `count` points, calls `combine(from, to, numbers)` on their numbers, and leaves what
-    /// becomes of them in the positions and, where `to` is wanted, in the velocities.
+    /// Reads two samples of `count` points and calls `combine(from, to, positions, velocities, numbers)` on their
+    /// numbers, in pieces or at once, in place or not. `is_from_wanted`: the positions are those of `from`, unchanged.
     template <class Combine>
-    void combine_samples(index_t from, index_t to, std::size_t count, bool is_to_wanted, Combine combine)
+    void combine_samples(index_t from, index_t to, std::size_t count, bool is_from_wanted, Combine combine)
     {
         const SamplePieces<GMathVec3<float>> from_pieces(source_.positions, from, count);
         const SamplePieces<GMathVec3<float>> to_pieces(source_.positions, to, count);
@@ -110,19 +114,24 @@ private:
             // way.
             read_positions(from, positions_);
             read_positions(to, velocities_);
-            combine(floats(positions_), floats(velocities_), float_count(positions_));
+            combine(floats(positions_), floats(velocities_), floats(positions_), floats(velocities_),
+                    float_count(positions_));
             return;
         }
         positions_.resize_for_overwrite(count);
         velocities_.resize_for_overwrite(count);
+        // Both samples pass through two pieces of memory that stay in the cache; only results go out to the arrays.
         constexpr std::size_t length = piece_length<GMathVec3<float>>;
+        CoreArray<GMathVec3<float>> passing;
+        passing.resize_for_overwrite(2 * length);
+        GMathVec3<float>* const to_piece = passing.get_data() + length;
         for (std::size_t first = 0; first < count; first += length) {
             const std::size_t part = std::min(length, count - first);
-            // A sample that nobody wants afterwards stays in the cache, in the first piece of its array.
-            const std::size_t to_first = is_to_wanted ? first : 0;
-            from_pieces.read(first, part, positions_.get_data() + first);
-            to_pieces.read(first, part, velocities_.get_data() + to_first);
-            combine(floats(positions_) + first * 3, floats(velocities_) + to_first * 3, part * 3);
+            GMathVec3<float>* const from_piece = is_from_wanted ? positions_.get_data() + first : passing.get_data();
+            from_pieces.read(first, part, from_piece);
+            to_pieces.read(first, part, to_piece);
+            combine(&from_piece->x, &to_piece->x, floats(positions_) + first * 3, floats(velocities_) + first * 3,
+                    part * 3);
         }
     }
 

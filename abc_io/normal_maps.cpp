@@ -61,7 +61,7 @@ bool blend_normals(const IN3fGeomParam& normals, const SampleSpan& span, double 
         !read_array(IN3fGeomParam(normals).getValueProperty(), span.ceil, later))
         return false;
     const double weight = (time - span.floor_time) / (span.ceil_time - span.floor_time);
-    blend(&map.values.get_data()->x, &later.get_data()->x, std::size_t(later.get_count()) * 3, weight,
-          BlendRounding::FLOAT_PRODUCTS);
+    blend(&map.values.get_data()->x, &later.get_data()->x, &map.values.get_data()->x,
+          std::size_t(later.get_count()) * 3, weight, BlendRounding::FLOAT_PRODUCTS);
     return true;
 }

@@ -199,7 +199,8 @@ void blend_values(ResourceProperty& floor, const ResourceProperty& ceil, double 
 {
     if (auto* const floats = std::get_if<CoreArray<float>>(&floor.values)) {
         const auto& next = std::get<CoreArray<float>>(ceil.values);
-        blend(floats->get_data(), next.get_data(), floats->get_count(), weight, BlendRounding::FLOAT_PRODUCTS);
+        blend(floats->get_data(), next.get_data(), floats->get_data(), floats->get_count(), weight,
+              BlendRounding::FLOAT_PRODUCTS);
     } else if (auto* const doubles = std::get_if<CoreArray<double>>(&floor.values)) {
         const auto& next = std::get<CoreArray<double>>(ceil.values);
         for (unsigned int i = 0; i < doubles->get_count(); ++i)
