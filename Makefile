@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 # A folder beside this repository that holds the archive conformance runner; its checks join `make test` when found.
 KIT ?= $(firstword $(patsubst %/conformance/run.sh,%,$(wildcard ../*/conformance/run.sh)))
 
-.PHONY: all build demo test test-release test-asan test-tsan conformance interface bench coverage package install-deps format clean
+.PHONY: all build demo test test-release test-asan test-tsan conformance conversion interface bench coverage package install-deps format clean
 
 all: build
 
@@ -21,7 +21,7 @@ build: install-deps
 demo: build
 	@scripts/demo.sh build/release/bin/vo_abc
 
-test: test-release conformance interface test-asan
+test: test-release conformance conversion interface test-asan
 	@echo "all tests passed"
 
 test-release: build
@@ -34,9 +34,16 @@ test-asan test-tsan: test-%: install-deps
 
 conformance: build
 ifneq ($(KIT),)
-	@Alembic_DIR=$(CURDIR)/build/release/alembic $(KIT)/conformance/run.sh --hard
+	@Alembic_DIR=$(CURDIR)/build/release/alembic $(KIT)/conformance/run.sh --hard --work build/conformance
 else
 	@echo "conformance: no kit beside this repository, skipped"
+endif
+
+conversion: conformance
+ifneq ($(KIT),)
+	@scripts/conversion_check.sh $(KIT)/conformance build/conformance/bin/abcdump build/release/bin/vo_abc
+else
+	@echo "conversion: no kit beside this repository, skipped"
 endif
 
 interface: build
