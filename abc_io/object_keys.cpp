@@ -66,8 +66,13 @@ void set_keys(const AbcInputArchiveHandle& handle, CoreArray<CoreString>& keys,
         progress->set_step_count(object_names.get_count());
     }
     for (unsigned int i = 0; i < object_names.get_count() && i < keys.get_count(); ++i) {
-        const IObject* const object = objects.find(object_names[i]);
-        if (object && object->valid()) set_key(*object, keys[i]);
+        if (const IObject* const listed = objects.find(object_names[i])) {
+            set_key(*listed, keys[i]);
+        } else {
+            // What instances multiply is not listed without end, but can be found.
+            const IObject found = find_object(handle, object_names[i]);
+            if (found.valid() && CoreString(found.getFullName()) == object_names[i]) set_key(found, keys[i]);
+        }
         if (progress) progress->step(i + 1);
     }
 }

@@ -1,5 +1,6 @@
 /// Objects by full name, tables of objects, property names and data keys.
 #include <support/abc_archives.h>
+#include <support/captured_log.h>
 
 #include <abc_input_archive_manager.h>
 #include <abc_internal.h>
@@ -105,6 +106,42 @@ TEST_F(ObjectLookup, AnObjectThatCannotBeOpenedIsNotFoundAndNotListed)
     }
     EXPECT_NE(make_keys({"/square"})[0], "untouched");
     AbcInput::release_archive(handle.get());
+}
+
+TEST_F(ObjectLookup, InstancesOfInstancesAreListedInPartAndFoundAllTheSame)
+{
+    constexpr int levels = 25;
+    std::string deepest = "/l0";
+    write_archive(file_.path(), [&](AbcG::OObject top) {
+        std::vector<AbcG::OObject> objects;
+        for (int i = 0; i < levels; ++i)
+            objects.push_back(AbcG::OXform(top, "l" + std::to_string(i)));
+        for (int i = 0; i + 1 < levels; ++i) {
+            for (const char* name : {"a", "b"})
+                objects[i].addChildInstance(objects[i + 1], name);
+            deepest += "/b";
+        }
+        add_square(objects.back(), "square");
+        add_square(top, "last");
+    });
+    CapturedLog log;
+    CoreHashTable<CoreString, AbcG::IObject> objects;
+    AbcInputArchiveManager::get()->build_file_object_list(open_top(), objects, nullptr);
+    EXPECT_GT(objects.get_count(), 25000u);
+    EXPECT_LT(objects.get_count(), 100000u);
+    EXPECT_TRUE(objects.contains(CoreString("/l24/square")) && objects.contains(CoreString("/last")))
+        << "all that is stored";
+    const std::vector<std::string> messages = log.take();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_THAT(messages[0],
+                testing::ContainsRegex("The 75 objects of .*multiply through instances: after [0-9]+ no more"));
+
+    deepest += "/square";
+    EXPECT_FALSE(objects.contains(CoreString(deepest)));
+    const CoreArray<CoreString> keys = make_keys({deepest.c_str(), "/l24/square", "/last", "/l0/c"});
+    EXPECT_EQ(keys[0], keys[1]);
+    EXPECT_EQ(keys[2], keys[1]);
+    EXPECT_EQ(keys[3], "untouched");
 }
 
 TEST_F(ObjectLookup, EqualGeometryHasEqualKeys)

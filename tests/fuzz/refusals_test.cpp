@@ -31,6 +31,7 @@ const Row rows[] = {
     {"never_completed", "Ogawa streams not cleanly closed while being written."},
     {"root_of_five_children", "Invalid Alembic file."},
     {"file_version_from_the_future", "Unsupported file version detected: 1"},
+    {"file_version_negative", "Unsupported file version detected: -1"},
     {"library_version_too_old", "Unsupported Alembic version detected: 9998"},
     {"times_cut", "Read invalid: TimeSamples sample times."},
     {"times_cut_in_its_numbers", "Read invalid: TimeSamples info."},
@@ -42,17 +43,21 @@ const Row rows[] = {
     {"nested_objects", "Invalid object data group: objects are nested too deep"},
     {"object_is_its_own_grandchild", "Invalid object data group: it is the group of one of its ancestors"},
     {"shared_objects_unfold", "Read invalid: bytes has more objects than fit into its"},
+    {"nested_objects_of_long_names", "Read invalid: the full names of the objects in bytes take more than 16777216"},
     {"data_where_a_group_belongs", "Invalid data in CprImpl(Object)"},
     {"object_headers_in_the_file_header", "ReadObjectHeaders Invalid data at index"},
     {"more_object_headers_than_objects", "Read invalid: Object Headers of more children than the 3 in the group."},
     {"object_headers_cut_by_1", "Read invalid: Object Headers name and MetaData index."},
     {"object_name_empty", "Read invalid: Object Headers name and MetaData index."},
-    {"top_headers_cut", "Read invalid: Object Headers name"},
+    {"top_headers_cut", "Read invalid: Object Headers name and MetaData index."},
+    {"object_headers_in_few_bytes", "Read invalid: Object Headers name size."},
     {"object_headers_end_in_metadata_size", "Read invalid: Object Headers MetaData size."},
     {"object_headers_end_in_metadata", "Read invalid: Object Headers MetaData string."},
     {"object_metadata_not_in_the_table", "Read invalid: Object Headers MetaData index."},
     // properties
     {"property_headers_in_the_file_header", "Read invalid: Property header start."},
+    {"property_headers_in_few_bytes", "Read invalid: Property header start."},
+    {"property_headers_overlap", "Read invalid: the property headers read so far take more bytes than the file has"},
     {"property_headers_of_no_width", "Read invalid: Property Header bad uint32 hint."},
     {"property_headers_cut_by_1", "Read invalid: Property Headers name."},
     {"property_name_empty", "Read invalid: Property Headers name."},
@@ -67,11 +72,13 @@ const Row rows[] = {
     {"properties_without_groups", "Scalar Property not backed by a valid group."},
     {"properties_without_groups", "Compound Property not backed by a valid group."},
     {"compound_is_its_own_child", "Compound Property not backed by a valid group."},
+    {"nested_compounds", "Read invalid: compound properties are nested too deep in /root"},
     // samples
     {"samples_missing", "ReadData invalid: Null IDataPtr."},
     {"samples_shorter_than_a_digest", "Incorrect data, expected to be empty or to have a key and data"},
     {"dimensions_of_texts_smaller_than_data", ""}, // fewer texts than stored are sound
     {"dimensions_of_texts_larger_than_data", ""},  // more than there are bytes: counted instead
+    {"texts_without_terminators", "Incorrect data, expected 3 strings, got: 0"},
     {"scalars_of_wrong_size", "ScalarPropertyReader::getSample size is not correct expected: 64 got: 30"},
 };
 

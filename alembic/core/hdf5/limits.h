@@ -20,7 +20,7 @@ constexpr std::uint64_t link_bytes = 16;
 /// Full names repeat the names of all ancestors: all of an archive together may take this many times the file's size,
 /// or `full_name_floor` if that is more.
 constexpr std::uint64_t full_name_factor = 64;
-constexpr std::uint64_t full_name_floor = 64u << 20;
+constexpr std::uint64_t full_name_floor = 16u << 20;
 
 /// The value of one attribute: metadata, names, scalar samples. A larger one is refused.
 constexpr std::uint64_t max_attribute_bytes = 64u << 20;

@@ -3,6 +3,7 @@
 #include "compound_property_writer.h"
 
 #include "content_hash.h"
+#include "limits.h"
 #include "simple_property_writers.h"
 
 namespace Alembic {
@@ -33,6 +34,7 @@ OgawaCompoundWriter::OgawaCompoundWriter(std::shared_ptr<OgawaObjectWriter> obje
 OgawaCompoundWriter::OgawaCompoundWriter(std::shared_ptr<OgawaCompoundWriter> parent, WrittenProperty& record)
     : object_(parent->object_)
     , parent_(std::move(parent))
+    , depth_(parent_->depth_ + 1)
     , record_(&record)
     , properties_(own_properties_)
 {
@@ -132,6 +134,10 @@ AbcA::ArrayPropertyWriterPtr OgawaCompoundWriter::createArrayProperty(const std:
 AbcA::CompoundPropertyWriterPtr OgawaCompoundWriter::createCompoundProperty(const std::string& name,
                                                                             const AbcA::MetaData& metadata)
 {
+    if (depth_ == max_depth)
+        ABCA_THROW("Compound property '" << name << "' would be nested deeper than " << max_depth
+                                         << " compounds, which readers refuse, object is: "
+                                         << object_->getHeader().getFullName());
     auto record = std::make_unique<WrittenProperty>();
     record->header = AbcA::PropertyHeader(name, metadata);
     return create<OgawaCompoundWriter>(std::move(record));

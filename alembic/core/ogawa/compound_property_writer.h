@@ -58,6 +58,7 @@ private:
 
     std::shared_ptr<OgawaObjectWriter> object_;
     std::shared_ptr<OgawaCompoundWriter> parent_;      ///< null for the top compound
+    std::uint32_t depth_ = 0;                          ///< of the top compound: 0
     WrittenProperty* record_ = nullptr;                ///< null for the top compound
     std::unique_ptr<AbcA::PropertyHeader> top_header_; ///< null for others
     NamedRecords<WrittenProperty> own_properties_;     ///< unused by the top compound

@@ -4,6 +4,7 @@
 
 #include "compound_property_writer.h"
 #include "content_hash.h"
+#include "limits.h"
 
 namespace Alembic {
 namespace AbcCoreOgawa {
@@ -50,6 +51,7 @@ OgawaObjectWriter::OgawaObjectWriter(std::shared_ptr<OgawaArchiveWriter> archive
 OgawaObjectWriter::OgawaObjectWriter(std::shared_ptr<OgawaObjectWriter> parent, WrittenObject& record)
     : archive_(parent->archive_)
     , parent_(std::move(parent))
+    , depth_(parent_->depth_ + 1)
     , record_(&record)
     , contents_(own_contents_)
 {
@@ -108,6 +110,9 @@ AbcA::ObjectWriterPtr OgawaObjectWriter::createChild(const AbcA::ObjectHeader& h
     if (name.empty()) ABCA_THROW("Object not given a name, parent is: " << parent_name);
     if (name.find('/') != std::string::npos) ABCA_THROW("Object has illegal name: " << name);
     if (contents_.children.find(name) != nullptr) ABCA_THROW("Already have an Object named: " << name);
+    if (depth_ == max_depth)
+        ABCA_THROW("Object '" << name << "' would be nested deeper than " << max_depth
+                              << " objects, which readers refuse, parent is: " << parent_name);
     header.getMetaData().serialize(); // throws what cannot be stored
 
     const std::string full_name = (record_ != nullptr ? parent_name : std::string()) + "/" + name;

@@ -52,6 +52,7 @@ public:
 private:
     std::shared_ptr<OgawaArchiveWriter> archive_;
     std::shared_ptr<OgawaObjectWriter> parent_; ///< null for the top
+    std::uint32_t depth_ = 0;                   ///< of the top: 0
     WrittenObject* record_ = nullptr;           ///< null for the top
     ObjectContents own_contents_;               ///< unused by the top
     ObjectContents& contents_;

@@ -71,14 +71,6 @@ std::string describe_bytes(const std::string& bytes)
 
 } // namespace
 
-TEST(OgawaDamage, AFileCutAtAnyLengthIsRefused)
-{
-    const std::string sound = write_archive(1);
-    for (std::size_t size = 0; size < sound.size(); ++size)
-        ASSERT_NE(error_of([&] { OpenBytes opened(sound.substr(0, size)); }), "") << "cut to " << size;
-    EXPECT_EQ(error_of([&] { OpenBytes opened(sound); }), "");
-}
-
 TEST(OgawaDamage, EveryFlippedBitCostsAnErrorAtMost)
 {
     const std::string sound = write_archive(1);

@@ -1,4 +1,5 @@
 /// The Ogawa writer: requests it refuses, and targets that fail.
+#include "core/ogawa/limits.h"
 #include "ogawa_writing.h"
 #include "support/limited_stream.h"
 #include "support/scratch_file.h"
@@ -52,8 +53,9 @@ TEST(OgawaWriter, WrongRequestsAreRefusedAndLeaveNoTrace)
                       "createArrayProperty, illegal DataType provided.");
         }
 
-        EXPECT_THROW(object->getChildHeader(5), Exception);
-        EXPECT_THROW(properties->getPropertyHeader(9), Exception);
+        EXPECT_EQ(error_of([&] { object->getChildHeader(5); }), "Out of range index in OwData::getChildHeader: 5");
+        EXPECT_EQ(error_of([&] { properties->getPropertyHeader(9); }),
+                  "Out of range index in CpwData::getPropertyHeader: 9");
     });
     ASSERT_TRUE(archive.is_complete());
     std::vector<std::string> names;
@@ -83,20 +85,54 @@ TEST(OgawaWriter, WrongSamplesAreRefusedAndAppendNothing)
                     StartsWith("Illegal NULL character found in wstring data "));
         EXPECT_EQ(error_of([&] { strings->setSample(array_of(std::vector<std::int32_t>{1}, int_type)); }),
                   "DataType on ArraySample iSamp: int32_t, does not match the DataType of the Array property: string");
-        EXPECT_NE(error_of([&] { strings->setSample(AbcA::ArraySample(nullptr, string_type, AbcA::Dimensions(2))); }),
-                  "");
+        EXPECT_EQ(error_of([&] { strings->setSample(AbcA::ArraySample(nullptr, string_type, AbcA::Dimensions(2))); }),
+                  "Sample of property 's' has a size but no data");
+        AbcA::Dimensions impossible(std::uint64_t(1) << 62);
+        EXPECT_THAT(error_of([&] { strings->setSample(AbcA::ArraySample(&with_zero, string_type, impossible)); }),
+                    StartsWith("Sample of property 's' has an impossible size: "));
         AbcA::Dimensions huge(std::uint64_t(1) << 62);
         huge.setRank(2);
         huge[1] = 16;
-        EXPECT_NE(error_of([&] { strings->setSample(AbcA::ArraySample(&with_zero, string_type, huge)); }), "");
-        EXPECT_NE(error_of([&] { properties->createScalarProperty("n", AbcA::MetaData(), int_type, 0)->setSample(0); }),
-                  "");
+        EXPECT_THAT(error_of([&] { strings->setSample(AbcA::ArraySample(&with_zero, string_type, huge)); }),
+                    StartsWith("Sample of property 's' has impossible dimensions: "));
+        EXPECT_EQ(error_of([&] { properties->createScalarProperty("n", AbcA::MetaData(), int_type, 0)->setSample(0); }),
+                  "Sample of property 'n' has a size but no data");
     });
     ASSERT_TRUE(archive.is_complete());
     const std::vector<RawProperty> properties = archive.properties(archive.compound({}));
     EXPECT_EQ(properties.size(), 3u);
     for (const RawProperty& property : properties)
         EXPECT_EQ(property.sample_count, 0u) << property.name;
+}
+
+TEST(OgawaWriter, NothingIsNestedDeeperThanReadersGo)
+{
+    using Alembic::AbcCoreOgawa::max_depth;
+    std::stringstream stream;
+    {
+        AbcA::ObjectWriterPtr object = WriteArchive()(&stream, AbcA::MetaData())->getTop();
+        AbcA::CompoundPropertyWriterPtr compound = object->getProperties();
+        for (std::uint32_t i = 0; i < max_depth; ++i) {
+            object = object->createChild(AbcA::ObjectHeader("o", AbcA::MetaData()));
+            compound = compound->createCompoundProperty("c", AbcA::MetaData());
+        }
+        EXPECT_THAT(
+            error_of([&] { object->createChild(AbcA::ObjectHeader("p", AbcA::MetaData())); }),
+            StartsWith("Object 'p' would be nested deeper than 1200 objects, which readers refuse, parent is: /o"));
+        EXPECT_THAT(
+            error_of([&] { compound->createCompoundProperty("p", AbcA::MetaData()); }),
+            StartsWith("Compound property 'p' would be nested deeper than 1200 compounds, which readers refuse"));
+        compound->createScalarProperty("deepest", AbcA::MetaData(), int_type, 0);
+    }
+    AbcA::ObjectReaderPtr object = Alembic::AbcCoreOgawa::ReadArchive({&stream})("stream")->getTop();
+    AbcA::CompoundPropertyReaderPtr compound = object->getProperties();
+    std::uint32_t depth = 0;
+    for (; object->getNumChildren() == 1; ++depth) {
+        object = object->getChild(0);
+        compound = compound->getCompoundProperty("c");
+    }
+    EXPECT_EQ(depth, max_depth) << "all that was written can be read";
+    EXPECT_TRUE(compound->getPropertyHeader("deepest"));
 }
 
 TEST(OgawaWriter, WhatCannotBeWrittenDoesNotCostTheOldFile)

@@ -389,21 +389,6 @@ TEST(OgawaWriter, TheOrderInWhichHandlesAreReleasedDoesNotMatter)
     }
 }
 
-TEST(OgawaWriter, AVeryDeepTreeIsReleasedWithoutRunningOutOfStack)
-{
-    constexpr int depth = 100000;
-    const RawArchive archive = written_by([](const AbcA::ObjectWriterPtr& top) {
-        AbcA::CompoundPropertyWriterPtr compound = top->getProperties();
-        for (int i = 0; i < depth; ++i)
-            compound = compound->createCompoundProperty("c", AbcA::MetaData());
-    });
-    ASSERT_TRUE(archive.is_complete());
-    int found = 0;
-    for (auto compound = archive.compound({}); !compound.empty(); compound = archive.group(compound[0]))
-        ++found;
-    EXPECT_EQ(found, depth);
-}
-
 TEST(OgawaWriter, SeveralThreadsWriteArchivesOfTheirOwn)
 {
     std::vector<std::string> written(4);

@@ -32,6 +32,18 @@ std::string read_all(const ByteSource& source, std::uint64_t position, std::size
     return bytes;
 }
 
+/// Why `open()` fails.
+template <class Open>
+std::string reason_of(const Open& open)
+{
+    try {
+        open();
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "opened";
+}
+
 } // namespace
 
 TEST(FileSource, ReadsWhatTheFileHoldsAndNothingBeyond)
@@ -62,14 +74,7 @@ TEST(FileSource, AFileThatGetsShorterWhileOpenCostsAnError)
 
 TEST(FileSource, RefusesWhatIsNoRegularFileWithTheReason)
 {
-    const auto reason = [](const std::string& name) -> std::string {
-        try {
-            FileSource source(name);
-        } catch (const std::runtime_error& error) {
-            return error.what();
-        }
-        return "opened";
-    };
+    const auto reason = [](const std::string& name) { return reason_of([&] { FileSource source(name); }); };
     EXPECT_EQ(reason("/nowhere/at/all.abc"), "it cannot be opened: No such file or directory");
     const ScratchFile pipe("pipe");
     EXPECT_EQ(reason(pipe.folder()), "it is a folder");
@@ -94,10 +99,19 @@ TEST(StreamSource, RefusesStreamsThatAreMissingFailedOrDifferent)
     std::istringstream other("123456789");
     std::istringstream failed("12345678");
     failed.setstate(std::ios::failbit);
-    EXPECT_THROW(StreamSource({}), std::runtime_error);
-    EXPECT_THROW(StreamSource({&one, nullptr}), std::runtime_error);
-    EXPECT_THROW(StreamSource({&failed}), std::runtime_error);
-    EXPECT_THROW(StreamSource({&one, &other}), std::runtime_error);
+    struct NoSeeking : std::stringbuf
+    {
+        pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
+    } no_seeking;
+    std::istream pipe(&no_seeking);
+    const auto reason = [](const std::vector<std::istream*>& streams) {
+        return reason_of([&] { StreamSource source(streams); });
+    };
+    EXPECT_EQ(reason({}), "no streams were given");
+    EXPECT_EQ(reason({&one, nullptr}), "a stream is null or has failed");
+    EXPECT_EQ(reason({&failed}), "a stream is null or has failed");
+    EXPECT_EQ(reason({&pipe}), "a stream cannot seek");
+    EXPECT_EQ(reason({&one, &other}), "the streams differ in size");
 }
 
 TEST(StreamSource, AStreamThatThrowsAnswersLikeOneThatDoesNot)

@@ -81,9 +81,9 @@ TEST(ContainerReader, StreamsMustHoldTheSameFile)
     EXPECT_TRUE(open_container(Streams{&one, &same}).is_frozen());
     std::istringstream first(ContainerBytes().finish(0));
     std::istringstream other(ContainerBytes().finish(1));
-    EXPECT_THROW(open_container(Streams{&first, &other}), std::runtime_error);
+    EXPECT_EQ(error_of([&] { open_container(Streams{&first, &other}); }), "the streams hold different files");
     std::istringstream tiny("Oga");
-    EXPECT_THROW(open_container(Streams{&tiny}), std::runtime_error);
+    EXPECT_EQ(error_of([&] { open_container(Streams{&tiny}); }), "it does not start as an Ogawa file does");
 }
 
 TEST(GroupReader, ChildrenAreFoundWithTheirKind)

@@ -98,7 +98,10 @@ TEST(FileWriter, BytesOfASmallContainer)
         const std::uint64_t root = writer.append_group({0x8000000000000010u, Ogawa::empty_data, Ogawa::empty_group});
         EXPECT_EQ(root, 0x1bu);
         writer.finish(root);
-        EXPECT_THROW(writer.append_data({{"d", 1}}), Exception) << "a finished container takes nothing more";
+        EXPECT_EQ(error_of([&] {
+                      writer.append_data({{"d", 1}});
+                  }),
+                  "The archive is finished already: nothing can be added");
     }
     EXPECT_EQ(file.bytes(), "Ogawa" + bytes_of({0xff, 0, 1}) + bytes_of(0x1b) + bytes_of(3) + "abc" + bytes_of(3) +
                                 bytes_of(0x8000000000000010u) + bytes_of(0x8000000000000000u) + bytes_of(0));
@@ -274,4 +277,12 @@ TEST(FileWriter, WhatWasGivenUpIsNotCompleted)
     writer.give_up("second reason");
     EXPECT_EQ(error_of([&] { writer.finish(0); }), "first reason");
     EXPECT_FALSE(is_marked_complete(file.bytes()));
+
+    std::stringstream stream;
+    Ogawa::FileWriter other(Ogawa::open_output_stream(stream));
+    const Ogawa::Bytes x = {"x", 1};
+    const std::string error = "Too many parts for one Ogawa data block";
+    EXPECT_EQ(error_of([&] { other.append_data({x, x, x, x, x, x, x, x, x}); }), error);
+    EXPECT_EQ(error_of([&] { other.finish(0); }), error);
+    EXPECT_FALSE(is_marked_complete(stream.str()));
 }

@@ -41,15 +41,23 @@ public:
         });
     }
 
-    /// Follows first children as far down as there are any.
+    /// Follows first children as far down as there are any, and the first properties of each.
     void descend(AbcA::ObjectReaderPtr object)
     {
         attempt([&] {
-            while (object->getNumChildren() > 0 && spend())
+            descend_properties(*object);
+            while (object->getNumChildren() > 0 && spend()) {
                 object = object->getChild(0);
+                descend_properties(*object);
+            }
         });
+    }
+
+private:
+    void descend_properties(AbcA::ObjectReader& object)
+    {
         attempt([&] {
-            AbcA::CompoundPropertyReaderPtr compound = object->getProperties();
+            AbcA::CompoundPropertyReaderPtr compound = object.getProperties();
             while (compound && compound->getNumProperties() > 0 && spend())
                 compound = compound->getPropertyHeader(0).isCompound()
                                ? compound->getCompoundProperty(compound->getPropertyHeader(0).getName())
@@ -57,7 +65,6 @@ public:
         });
     }
 
-private:
     void walk_compound(AbcA::CompoundPropertyReader& compound, int depth)
     {
         if (depth > most_depth) return;

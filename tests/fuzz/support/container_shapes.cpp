@@ -164,6 +164,35 @@ void add_unfolding(ShapeMaker& maker)
     });
 }
 
+/// Headers in the metadata of headers, and so on: each block holds the next one, and is told of as one of its own.
+void add_overlapping(ShapeMaker& maker)
+{
+    maker.add("property_headers_overlap", [](ArchiveTree& tree) {
+        constexpr int levels = 60;
+        StoredProperty compound;
+        compound.set_metadata_index(255);
+        compound.name = "c";
+        compound.metadata = std::string(100, 'm');
+        std::string headers = encode_property_headers({compound});
+        for (int i = 1; i < levels; ++i) {
+            compound.metadata = bytes_of<std::uint64_t>({headers.size()}) + headers;
+            headers = encode_property_headers({compound});
+        }
+        const BlockId none = tree.add_group({});
+        std::vector<BlockId> groups;
+        std::vector<StoredProperty> names;
+        for (std::uint64_t i = 0; i < levels; ++i) {
+            // The blocks follow the file's header of 16 bytes; 13 bytes of headers stand between two of them.
+            groups.push_back(tree.add_group({none, tree.add_entry((16 + i * (8 + 13)) | data_bit)}));
+            names.emplace_back();
+            names.back().name = "compound" + std::to_string(i);
+        }
+        groups.push_back(tree.add_data(encode_property_headers(names)));
+        tree.blocks.at(tree.object("/root/mesh")).children.at(0) = tree.add_group(groups);
+        tree.add_data(headers); // added last: written first
+    });
+}
+
 void add_completeness(ShapeMaker& maker)
 {
     maker.add_refused("never_completed", [](ArchiveTree& tree) { tree.header[5] = 0; });
@@ -179,17 +208,22 @@ void add_completeness(ShapeMaker& maker)
     maker.add_bytes("last_byte_missing", scene.substr(0, scene.size() - 1), Shape::IS_REFUSED);
 }
 
-std::string nested(bool objects, int depth)
+/// Shared headers where all that counts is the depth; headers of its own for each object when its name is to count.
+std::string nested(bool objects, int depth, const std::string& own_name = "")
 {
     ArchiveTree tree(small_scene());
-    const BlockId none = tree.add_group({});
     StoredProperty property;
     property.name = "c";
-    const BlockId headers = tree.add_data(objects ? encode_object_headers({{"o", 0, ""}}) + std::string(32, 'h')
-                                                  : encode_property_headers({property}));
+    const auto add_headers = [&](const std::string& name) {
+        return tree.add_data(objects ? encode_object_headers({{name, 0, ""}}) + std::string(object_hashes_size, 'h')
+                                     : encode_property_headers({property}));
+    };
+    const BlockId none = tree.add_group({}), headers = add_headers("o");
     BlockId level = none;
-    for (int i = 0; i < depth; ++i)
-        level = objects ? tree.add_group({none, level, headers}) : tree.add_group({level, headers});
+    for (int i = 0; i < depth; ++i) {
+        const BlockId own = own_name.empty() ? headers : add_headers(own_name);
+        level = objects ? tree.add_group({none, level, own}) : tree.add_group({level, own});
+    }
     tree.blocks.at(objects ? tree.blocks.at(tree.root).children.at(2) : tree.object("/root")).children.at(objects) =
         level;
     return tree.file();
@@ -214,9 +248,11 @@ std::vector<Shape> container_shapes()
     add_references(maker);
     add_cycles(maker);
     add_unfolding(maker);
+    add_overlapping(maker);
     add_completeness(maker);
     maker.add_bytes("nested_objects", nested(true, 1300), Shape::OPENS);
     maker.add_bytes("nested_compounds", nested(false, 1300), Shape::OPENS);
+    maker.add_bytes("nested_objects_of_long_names", nested(true, 1200, std::string(30, 'n')), Shape::OPENS);
     return maker.take();
 }
 

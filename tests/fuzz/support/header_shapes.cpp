@@ -218,8 +218,13 @@ void add_versions_and_cuts(ShapeMaker& maker)
             blob += end + std::string(object_hashes_size, 'h');
         });
     };
+    maker.add("object_headers_in_few_bytes", [](ArchiveTree& tree) {
+        tree.headers_block(tree.object("/root")).bytes = "few" + std::string(object_hashes_size, 'h');
+    });
     set_blob_end("end_in_metadata_size", bytes_of({1u}) + "a\xff" + "123");
     set_blob_end("end_in_metadata", bytes_of({1u}) + "a\xff" + bytes_of({9u}) + "k=v");
+    maker.add("property_headers_in_few_bytes",
+              [](ArchiveTree& tree) { tree.headers_block(tree.property("/root/mesh", ".geom")).bytes = "few"; });
     maker.add("property_headers_of_no_width",
               [](ArchiveTree& tree) { tree.headers_block(tree.property("/root/mesh", ".geom")).bytes[0] |= 0xc; });
     maker.add("property_headers_end_in_metadata", [](ArchiveTree& tree) {

@@ -228,6 +228,18 @@ std::string full_scene()
     });
 }
 
+std::string scene_of_nested_instances(std::size_t name_size)
+{
+    return archive_bytes([&](OObject top, const TimeSamplingPtr&, const TimeSamplingPtr&) {
+        std::vector<OObject> levels;
+        for (int i = 0; i < 25; ++i)
+            levels.push_back(OXform(top, "l" + std::to_string(i)));
+        for (std::size_t i = 0; i + 1 < levels.size(); ++i)
+            for (const char* name : {"a", "b"})
+                levels[i].addChildInstance(levels[i + 1], name + std::string(name_size - 1, '_'));
+    });
+}
+
 std::string layer_of_scene(int layer)
 {
     if (layer == 0) return small_scene();

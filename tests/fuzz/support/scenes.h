@@ -2,6 +2,7 @@
 /// Small sound archives that damage starts from. The same bytes on every machine and at every time.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace vo_fuzz {
@@ -11,6 +12,10 @@ std::string small_scene();
 
 /// Every schema, every kind of property, indexed parameters, an instance, three time samplings.
 std::string full_scene();
+
+/// 25 transforms, each but the last with two instances of the next one: they stand for 50 million objects.
+/// The names of the instances have so many bytes.
+std::string scene_of_nested_instances(std::size_t name_size);
 
 /// Three archives that make one: the second adds to the first, the third prunes and replaces.
 std::string layer_of_scene(int layer);

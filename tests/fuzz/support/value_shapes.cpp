@@ -210,6 +210,8 @@ void add_instances(ShapeMaker& maker)
     point_copy_to("the_top", "/");
     point_copy_to("nothing", "/no/such/object");
     point_copy_to("an_empty_name", "");
+    maker.add_bytes("instances_of_instances", scene_of_nested_instances(1), Shape::OPENS);
+    maker.add_bytes("instances_of_instances_of_long_names", scene_of_nested_instances(400), Shape::OPENS);
 }
 
 } // namespace
