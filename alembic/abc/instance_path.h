@@ -22,8 +22,9 @@ struct InstancePath
     std::string source_full_name;              ///< of an instance itself: full name where the search ended
 };
 
-/// Limits what one hostile source name can cost: each instance that is followed on the way counts.
-constexpr int max_followed_instances = 1000;
+/// Limits what one hostile source name can cost, in time and on the stack: each instance that is followed on the way
+/// counts. Scenes have a handful.
+constexpr int max_followed_instances = 100;
 
 /// The metadata are those of a stored instance.
 bool is_instance(const AbcCoreAbstract::MetaData& meta_data);

@@ -2,6 +2,7 @@
 ///
 /// VO_WRITE_CORPUS=1 in the environment writes the files of the shapes anew, after a generator was changed.
 #include "support/archive_walk.h"
+#include "support/processor_clock.h"
 #include "support/reader_run.h"
 #include "support/scenes.h"
 #include "support/shapes.h"
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -26,15 +26,6 @@ constexpr double most_seconds = 10.0; // for all ways of reading together, in a 
 #else
 constexpr double most_seconds = 1.0;
 #endif
-
-class Stopwatch
-{
-public:
-    double seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }
-
-private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 std::string read_file(const fs::path& path)
 {
@@ -55,13 +46,13 @@ std::vector<fs::path> corpus_files(const std::string& folder)
 /// Reads in all ways; the report of the readers.
 ReaderReport replay(const std::string& name, const std::string& bytes)
 {
-    const Stopwatch watch;
+    const ProcessorClock clock;
     walk_bytes(bytes, true);
     const ReaderReport report = run_readers_on_bytes(bytes);
     EXPECT_EQ(report.broken, std::set<std::string>()) << name;
     const ReaderReport layered = run_readers_on_layers({layer_of_scene(1), bytes, layer_of_scene(2)});
     EXPECT_EQ(layered.broken, std::set<std::string>()) << name << ", as a layer";
-    EXPECT_LT(watch.seconds(), most_seconds) << name;
+    EXPECT_LT(clock.seconds(), most_seconds) << name;
     return report;
 }
 
