@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__OPTIMIZE__)
 constexpr double most_seconds = 10.0; // for all ways of reading together, in a program several times as slow
 #else
 constexpr double most_seconds = 1.0;

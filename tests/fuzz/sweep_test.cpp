@@ -19,7 +19,7 @@ const std::string& scene()
     return bytes;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__OPTIMIZE__)
 constexpr double most_seconds = 5.0;
 constexpr std::size_t usual_stride = 31;
 #else
