@@ -146,7 +146,7 @@ TEST(Instance, ALongChainIsFollowedAndAnExplodingOneIsCut)
     {
         OArchive archive(WriteArchive(), file.path());
         OObject top = archive.getTop(), end(top, "i0");
-        for (int i = 1; i <= 500; ++i)
+        for (int i = 1; i <= 101; ++i)
             store_instance(top, "i" + std::to_string(i), "/i" + std::to_string(i - 1));
         // Each step of a path of 40 is an instance of the next object, whose path has 40 such steps.
         for (int level = 0; level < 8; ++level) {
@@ -160,7 +160,9 @@ TEST(Instance, ALongChainIsFollowedAndAnExplodingOneIsCut)
         OObject(top, "e8");
     }
     IArchive archive(ReadArchive(), file.path());
-    EXPECT_EQ(archive.getTop().getChild("i500").getHeader().getFullName(), "/i0");
+    EXPECT_EQ(archive.getTop().getChild("i100").getHeader().getFullName(), "/i0");
+    EXPECT_THAT(thrown_text([&] { archive.getTop().getChild("i101"); }),
+                HasSubstr("leads through more than 100 instances, or in a circle"));
     EXPECT_NE(thrown_text([&] { archive.getTop().getChild("e0").getChild("s"); }), "");
 }
 
