@@ -15,14 +15,8 @@ namespace {
 void evaluate(const ICurves& curves, const StaticPositions* kept, double time, bool ignore_velocities,
               CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
-    const ICurvesSchema& schema = curves.getSchema();
-    MovingPoints points;
-    points.positions = schema.getPositionsProperty();
-    points.velocities = schema.getVelocitiesProperty();
-    points.sampling = positions_sampling(schema, curves);
-    points.sample_count = points.positions.getNumSamples();
+    MovingPoints points = moving_points_of(curves, kept);
     points.rounding = BlendRounding::DOUBLE_PRODUCTS;
-    points.kept = kept;
     evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
 }
 

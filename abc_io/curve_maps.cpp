@@ -2,10 +2,12 @@
 #include "curve_maps.h"
 
 #include "indexed_parameter.h"
+#include "sample_pieces.h"
 #include "uv_maps.h"
 
 #include <algorithm>
 #include <exception>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -53,6 +55,40 @@ Parameter find_curve_parameter(const ICurvesSchema& schema, const std::string& n
     return own.valid() ? own : find_parameter<Parameter>(schema.getArbGeomParams(), name);
 }
 
+/// How many of `count` indices, from the first on, are consecutive.
+std::size_t run_length(const unsigned int* indices, std::size_t count)
+{
+    const unsigned int* const gap = std::adjacent_find(
+        indices, indices + count, [](unsigned int index, unsigned int next) { return next != index + 1; });
+    return gap == indices + count ? count : static_cast<std::size_t>(gap - indices) + 1;
+}
+
+/// Consecutive indices at the start of a sample.
+struct Run
+{
+    unsigned int first = 0;
+    std::size_t length = 0;
+};
+
+/// Reads indices up to where they cease to be consecutive, without an array for them all.
+Run read_run(const SamplePieces<unsigned int>& pieces)
+{
+    constexpr std::size_t length = piece_length<unsigned int>;
+    CoreArray<unsigned int> piece;
+    piece.resize_for_overwrite(length);
+    Run run;
+    while (run.length < pieces.size()) {
+        const std::size_t part = std::min(length, pieces.size() - run.length);
+        pieces.read(run.length, part, piece.get_data());
+        if (run.length == 0) run.first = piece[0];
+        if (piece[0] != static_cast<unsigned int>(run.first + run.length)) break;
+        const std::size_t consecutive = run_length(piece.get_data(), part);
+        run.length += consecutive;
+        if (consecutive < part) break;
+    }
+    return run;
+}
+
 /// Reads the indices that say more than "one value after the other". Intended: an array of fewer than two indices, and
 /// a run of consecutive ones wherever it starts, leave `indices` empty. False when an index that counts leads beyond
 /// the values.
@@ -61,10 +97,19 @@ bool read_scattered_indices(const Parameter& parameter, const ISampleSelector& s
                             CoreArray<unsigned int>& indices)
 {
     indices.resize(0);
-    if (!parameter.isIndexed() || !read_array(Parameter(parameter).getIndexProperty(), selector, indices)) return true;
-    const auto gap = std::adjacent_find(indices.begin(), indices.end(),
-                                        [](unsigned int index, unsigned int next) { return next != index + 1; });
-    if (gap == indices.end()) {
+    if (!parameter.isIndexed()) return true;
+    const IUInt32ArrayProperty property = Parameter(parameter).getIndexProperty();
+    const std::size_t count = element_count(property, selector);
+    const SamplePieces<unsigned int> pieces(property, selector, count);
+    if (can_hold<unsigned int>(property, count) && pieces.is_worthwhile()) {
+        const Run run = read_run(pieces);
+        if (run.length == count) return true;
+        indices.resize_for_overwrite(count);
+        std::iota(indices.begin(), indices.begin() + run.length, run.first);
+        pieces.read(run.length, count - run.length, indices.begin() + run.length);
+    } else if (!read_array(property, selector, indices)) {
+        return true;
+    } else if (run_length(indices.begin(), indices.get_count()) == indices.get_count()) {
         indices.clear();
         return true;
     }
@@ -87,15 +132,17 @@ void read_curve_radii(const ICurvesSchema& schema, const ISampleSelector& select
     const IFloatGeomParam widths = schema.getWidthsParam();
     const bool has_widths = widths.valid();
     const IFloatGeomParam source = has_widths ? widths : find_curve_parameter<IFloatGeomParam>(schema, ".radius");
-    if (!source.valid() || !read_array(IFloatGeomParam(source).getValueProperty(), selector, header.radii)) return;
+    const float factor = has_widths ? 0.5f : 1.0f; // a width is a diameter
+    const auto scale = [factor](float* values, std::size_t count, std::size_t) {
+        std::transform(values, values + count, values, [factor](float value) { return value * factor; });
+        return count;
+    };
+    if (!source.valid() || !read_array_and(IFloatGeomParam(source).getValueProperty(), selector, header.radii, scale))
+        return;
     if (!read_scattered_indices(source, selector, header.radii.get_count(), header.radius_indices)) {
         header.radii.resize(0);
         header.radius_indices.resize(0);
-        return;
     }
-    if (!has_widths) return;
-    for (float& radius : header.radii)
-        radius *= 0.5f; // a width is a diameter
 }
 
 void read_curve_uvs(const ICurvesSchema& schema, const ISampleSelector& selector, AbcCurveHeader& header)

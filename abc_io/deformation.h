@@ -2,6 +2,7 @@
 #pragma once
 
 #include "blend.h"
+#include "reader_scope.h"
 #include "static_positions.h"
 
 #include <Alembic/AbcGeom/All.h>
@@ -20,6 +21,20 @@ struct MovingPoints
     const StaticPositions* kept = nullptr; ///< where unchanging positions are kept for the next time; null: nowhere
 };
 
+/// What the schemas of meshes, curves and points have in common, of `typed`'s; see MovingPoints for `kept`.
+template <class Kind>
+MovingPoints moving_points_of(const Kind& typed, const StaticPositions* kept)
+{
+    const auto& schema = typed.getSchema();
+    MovingPoints points;
+    points.positions = schema.getPositionsProperty();
+    points.velocities = schema.getVelocitiesProperty();
+    points.sampling = positions_sampling(schema, typed);
+    points.sample_count = points.positions.getNumSamples();
+    points.kept = kept;
+    return points;
+}
+
 /// Where a bound object keeps its unchanging positions; null for an object that the host made itself.
 inline const StaticPositions* kept_with(const Alembic::Abc::IObject& object)
 {
@@ -27,8 +42,8 @@ inline const StaticPositions* kept_with(const Alembic::Abc::IObject& object)
 }
 
 /// Positions at `time` (seconds) and the velocity of each (units per second), one element per point in stored order.
-/// Stored velocities (of the earlier sample) are used unless `ignore_velocities`, or they are as many as the positions
-/// are not; else velocities are differences between samples, or zero where points cannot be followed. Both outputs stay
-/// untouched when there are no samples. Alembic's exceptions pass.
+/// Stored velocities (of the earlier sample) are used unless `ignore_velocities`, or unless there are more or fewer of
+/// them than positions; else velocities are differences between samples, or zero where points cannot be followed. Both
+/// outputs stay untouched when there are no samples. Alembic's exceptions pass.
 void evaluate_moving_points(const MovingPoints& points, double time, bool ignore_velocities,
                             CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities);

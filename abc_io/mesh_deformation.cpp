@@ -25,14 +25,7 @@ template <class Kind>
 bool evaluate(const Kind& typed, const StaticPositions* kept, double time, bool ignore_velocities,
               CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
-    const auto& schema = typed.getSchema();
-    MovingPoints points;
-    points.positions = schema.getPositionsProperty();
-    points.velocities = schema.getVelocitiesProperty();
-    points.sampling = positions_sampling(schema, typed);
-    points.sample_count = points.positions.getNumSamples();
-    points.kept = kept;
-    evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
+    evaluate_moving_points(moving_points_of(typed, kept), time, ignore_velocities, positions, velocities);
     return true;
 }
 

@@ -27,14 +27,10 @@ void evaluate(const IPoints& typed, const StaticPositions* kept, double time, bo
               CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities)
 {
     const IPointsSchema& schema = typed.getSchema();
-    MovingPoints points;
-    points.positions = schema.getPositionsProperty();
-    points.velocities = schema.getVelocitiesProperty();
-    points.sampling = positions_sampling(schema, typed);
+    MovingPoints points = moving_points_of(typed, kept);
     points.sample_count = point_sample_count(schema, *points.sampling);
     points.keep_identity = schema.getIdsProperty().isConstant(); // known without reading an id
     points.rounding = BlendRounding::DOUBLE_PRODUCTS;
-    points.kept = kept;
     evaluate_moving_points(points, time, ignore_velocities, positions, velocities);
 }
 

@@ -205,6 +205,8 @@ public:
                                              AbcDeformationHeader& header);
 
     /// Positions of the curves at `time`, and velocities in archive units per second; one of each per control point.
+    /// True, outputs untouched, for curves without samples. Stored velocities are used when there is one for each
+    /// position and they are not to be ignored; else differences between samples, or zero, stand for them.
     static bool evaluate_curve_deformation(const AbcInputArchiveHandle& handle, const double& time,
                                            CoreArray<GMathVec3<float>>& positions,
                                            CoreArray<GMathVec3<float>>& velocities, bool ignore_file_velocities);
@@ -212,7 +214,8 @@ public:
                                        CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities,
                                        bool ignore_file_velocities);
 
-    /// Normals of the curves at `time`: at most one map.
+    /// Normals of the curves at `time`: one map, or outputs untouched when the curves have none that fit their points.
+    /// Interpolated between samples with as many normals, those of the earlier sample otherwise.
     static bool evaluate_curve_normals(const AbcInputArchiveHandle& handle, const double& time,
                                        CoreArray<GeometryNormalMap>& normal_maps);
     static bool load_curve_normals(const AbcFileList& files, const CoreString& object_path, const double& time,
@@ -221,7 +224,8 @@ public:
     // ---- Points ---------------------------------------------------------------------------------------------------
 
     /// Points at `time`: positions, and velocities in archive units per second, one of each per point. Sets the points
-    /// on the handle. `progress` is not used.
+    /// on the handle. True, both untouched, for points without samples. Stored velocities are used as those of curves;
+    /// points whose ids change are never blended, only moved along theirs. `progress` is not used.
     static bool load_points(AbcInputArchiveHandle& handle, const CoreString& object_path, const double& time,
                             CoreArray<GMathVec3<float>>& positions, CoreArray<GMathVec3<float>>& velocities,
                             bool ignore_file_velocities, CoreVector<CoreString>& property_names,

@@ -57,6 +57,12 @@ float weighted_sum(float a, float b, BlendRounding rounding)
     volatile float left = float((1.0 - weight) * a), right = float(weight * b);
     return left + right;
 }
+float moved(float from, float velocity, BlendRounding rounding)
+{
+    volatile float way =
+        rounding == BlendRounding::FLOAT_PRODUCTS ? velocity * float(weight) : float(velocity * weight);
+    return from + way;
+}
 float rate(float from, float to, BlendRounding rounding)
 {
     volatile float change = to - from;
@@ -76,17 +82,18 @@ TEST_P(BlendOfRounding, EveryPathGivesTheSameBitsAndStaysInItsArray)
     for (const std::size_t count : {0u, 1u, 15u, 16u, 17u, 63u, 1000u})
         for (const std::size_t offset : {0u, 1u, 8u}) {
             const std::vector<float> from = random_floats(count, 1), to = random_floats(count, 2);
-            std::vector<float> values(count), velocities(count);
+            std::vector<float> values(count), velocities(count), moved_along(count);
             for (std::size_t i = 0; i < count; ++i) {
                 values[i] = weighted_sum(from[i], to[i], GetParam());
                 velocities[i] = rate(from[i], to[i], GetParam());
+                moved_along[i] = moved(from[i], to[i], GetParam());
             }
             const std::vector<float> zeros(count);
-            Floats floor(from, offset), ceil(to, offset), blended(zeros, offset), moved(zeros, offset);
-            blend_with_velocities(floor.data(), ceil.data(), blended.data(), moved.data(), count, weight, per_second,
+            Floats floor(from, offset), ceil(to, offset), blended(zeros, offset), rates(zeros, offset);
+            blend_with_velocities(floor.data(), ceil.data(), blended.data(), rates.data(), count, weight, per_second,
                                   GetParam());
             EXPECT_EQ(blended.values(), values);
-            EXPECT_EQ(moved.values(), velocities);
+            EXPECT_EQ(rates.values(), velocities);
             EXPECT_EQ(floor.values(), from);
 
             Floats only_blended(zeros, offset), only_moved(zeros, offset);
@@ -95,6 +102,10 @@ TEST_P(BlendOfRounding, EveryPathGivesTheSameBitsAndStaysInItsArray)
             EXPECT_EQ(only_blended.values(), values);
             EXPECT_EQ(only_moved.values(), velocities);
 
+            Floats extrapolated(from, offset);
+            extrapolate(extrapolated.data(), ceil.data(), count, weight, GetParam());
+            EXPECT_EQ(extrapolated.values(), moved_along);
+
             Floats later(to, offset);
             difference(floor.data(), later.data(), later.data(), count, per_second, GetParam());
             EXPECT_EQ(later.values(), velocities);
@@ -102,7 +113,8 @@ TEST_P(BlendOfRounding, EveryPathGivesTheSameBitsAndStaysInItsArray)
                                   GetParam());
             EXPECT_EQ(floor.values(), values);
             EXPECT_EQ(ceil.values(), velocities);
-            for (const Floats* array : {&floor, &ceil, &blended, &moved, &only_blended, &only_moved, &later})
+            for (const Floats* array :
+                 {&floor, &ceil, &blended, &rates, &extrapolated, &only_blended, &only_moved, &later})
                 EXPECT_TRUE(array->is_guard_whole()) << count << " floats at " << offset;
         }
 }

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <numeric>
 
 using namespace abc_archives;
@@ -209,6 +210,34 @@ TEST_F(CurveLoading, OnlyScatteredIndicesAreDeliveredAndNoneBeyondTheValues)
             EXPECT_THAT(header_.color_maps[0].indices, ElementsAreArray(c.stored)) << c.name;
         }
         EXPECT_EQ(header_.normal_maps.get_count(), c.name == std::string("run") ? 1u : 0u) << c.name;
+    }
+}
+
+TEST_F(CurveLoading, ManyIndicesAreDeliveredUnlessTheyAreARunToTheEnd)
+{
+    constexpr std::uint32_t count = 600'000; // so many that they are read in pieces
+    Indices run(count);
+    std::iota(run.begin(), run.end(), 0u);
+    std::map<std::string, Indices> cases{{"run", run}, {"at once", run}, {"in the middle", run}, {"at the end", run}};
+    cases["at once"][0] = 5;
+    cases["in the middle"][300'000] = 7;
+    cases["at the end"][count - 1] = 0;
+    // The first index of a piece continues no run, though those after it do.
+    cases["late"] = run;
+    for (std::uint32_t i = 16'384; i < count; ++i)
+        cases["late"][i] = i - 16'384;
+    const Floats values(count, 2.0f);
+    write_archive(file_.path(), [&](AbcG::OObject top) {
+        for (const auto& [name, indices] : cases)
+            add_curves(top, name.c_str(), 4, {4}, [&, &stored = indices](Schema::Sample& sample) {
+                sample.setWidths(AbcG::OFloatGeomParam::Sample(values, stored, AbcG::kVertexScope));
+            });
+    });
+    for (const auto& [name, indices] : cases) {
+        ASSERT_TRUE(load(("/" + name).c_str()));
+        EXPECT_EQ(header_.radii, CoreArray<float>(count, 1.0f)) << name;
+        const Indices delivered(header_.radius_indices.begin(), header_.radius_indices.end());
+        EXPECT_TRUE(delivered == (name == "run" ? Indices() : indices)) << name;
     }
 }
 

@@ -1,5 +1,6 @@
 /// Points: positions and velocities between samples, with and without an identity to follow.
 #include <support/abc_archives.h>
+#include <support/bytes_read.h>
 #include <support/moving_samples.h>
 #include <support/open_handle.h>
 
@@ -67,6 +68,27 @@ TEST_F(PointReader, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHolds)
     });
     moving.expect_stated_values([&](double time, CoreArray<Vec3>& positions, CoreArray<Vec3>& velocities) {
         return AbcInput::load_points(*handle, "/dust", time, positions, velocities, false, names_, nullptr);
+    });
+}
+
+TEST_F(PointReader, ManyPointsAreBlendedByTheSameFormulaAndTheirIdsNotRead)
+{
+    constexpr std::size_t count = 180'000; // so many that samples are read in pieces
+    const MovingSamples moving(33, count);
+    Ids ids(count);
+    std::iota(ids.begin(), ids.end(), 5u);
+    write_archive(file_.path(),
+                  [&](AbcG::OObject top) { add_points(top, "dust", moving.sampling(), moving.samples, {ids}); });
+    OpenHandle handle(files_);
+    AbcDeformationHeader header;
+    ASSERT_TRUE(AbcInput::get_point_deformation_header(*handle, "/dust", header));
+    const std::size_t before = bytes_read();
+    ASSERT_TRUE(AbcInput::evaluate_point_deformation(*handle, 0.6, positions_, velocities_, false));
+    const std::size_t read = bytes_read() - before;
+    EXPECT_GE(read, 2 * count * 12) << "the counter counts";
+    EXPECT_LE(read, 2 * count * 12 + 256 * 1024);
+    moving.expect_stated_values([&](double time, CoreArray<Vec3>& positions, CoreArray<Vec3>& velocities) {
+        return AbcInput::evaluate_point_deformation(*handle, time, positions, velocities, false);
     });
 }
 
