@@ -1,6 +1,7 @@
 #include "archive_copy.h"
 
 #include "archive_session.h"
+#include "array_repeats.h"
 #include "wide_string_watch.h"
 
 #include <Alembic/AbcCoreOgawa/All.h>
@@ -11,6 +12,23 @@
 namespace AbcA = Alembic::AbcCoreAbstract;
 
 namespace {
+
+/// A part of the work that an object is, 0 to 1.
+struct Part
+{
+    double begin, end;
+
+    double at(double done) const { return begin + (end - begin) * done; }
+    /// Part `i` of `count` equal ones.
+    Part get_part(std::size_t i, std::size_t count) const
+    {
+        return {at(static_cast<double>(i) / static_cast<double>(count)),
+                at(static_cast<double>(i + 1) / static_cast<double>(count))};
+    }
+};
+
+/// Archives may state billions of repeats, which cost next to nothing: less than telling how far the copy is.
+constexpr std::int64_t repeats_at_once = 4096;
 
 class ArchiveCopier
 {
@@ -38,10 +56,10 @@ public:
     }
 
 private:
-    void show_progress() const
+    /// `done` of the current object, 0 to 1.
+    void show_progress(double done) const
     {
-        options_.progress((static_cast<double>(counts_.objects) + properties_done_) /
-                          static_cast<double>(object_count_));
+        options_.progress((static_cast<double>(counts_.objects) + done) / static_cast<double>(object_count_));
     }
 
     AbcA::ObjectReaderPtr open_child(AbcA::ObjectReader& object, std::size_t i) const
@@ -54,6 +72,7 @@ private:
     std::uint64_t count_objects(AbcA::ObjectReader& object) const
     {
         return session_.on_object(object.getFullName(), [&] {
+            options_.progress(0.0);
             std::uint64_t count = 1;
             for (std::size_t i = 0; i < object.getNumChildren(); ++i)
                 if (options_.selection.is_kept(object.getChildHeader(i).getFullName()))
@@ -65,9 +84,9 @@ private:
     void copy_object(AbcA::ObjectReader& object, AbcA::ObjectWriter& copy)
     {
         object_path_ = object.getFullName();
-        show_progress();
+        show_progress(0.0);
         session_.on_object(object.getFullName(), [&] {
-            copy_properties(*object.getProperties(), *copy.getProperties(), object_path_, true);
+            copy_properties(*object.getProperties(), *copy.getProperties(), object_path_, {0.0, 1.0});
             ++counts_.objects;
             for (std::size_t i = 0; i < object.getNumChildren(); ++i) {
                 const AbcA::ObjectHeader& header = object.getChildHeader(i);
@@ -78,27 +97,27 @@ private:
     }
 
     void copy_properties(AbcA::CompoundPropertyReader& compound, AbcA::CompoundPropertyWriter& copy,
-                         const std::string& path, bool is_top)
+                         const std::string& path, const Part& part)
     {
         const std::size_t count = compound.getNumProperties();
         for (std::size_t i = 0; i < count; ++i) {
             const AbcA::PropertyHeader& header = compound.getPropertyHeader(i);
-            if (is_top) properties_done_ = static_cast<double>(i) / static_cast<double>(count);
             const std::string property_path = path + " property " + header.getName();
             names_.push_back(header.getName());
-            session_.on_object(property_path, [&] { copy_property(compound, header, copy, property_path); });
+            session_.on_object(property_path,
+                               [&] { copy_property(compound, header, copy, property_path, part.get_part(i, count)); });
             names_.pop_back();
             ++counts_.properties;
         }
     }
 
     void copy_property(AbcA::CompoundPropertyReader& compound, const AbcA::PropertyHeader& header,
-                       AbcA::CompoundPropertyWriter& copy, const std::string& path)
+                       AbcA::CompoundPropertyWriter& copy, const std::string& path, const Part& part)
     {
         const std::string& name = header.getName();
         if (header.isCompound()) {
             const auto inner = compound.getCompoundProperty(name);
-            copy_properties(*inner, *copy.createCompoundProperty(name, header.getMetaData()), path, false);
+            copy_properties(*inner, *copy.createCompoundProperty(name, header.getMetaData()), path, part);
             return;
         }
         const std::uint32_t sampling = find_sampling(*header.getTimeSampling());
@@ -108,7 +127,7 @@ private:
             const auto scalar = compound.getScalarProperty(name);
             const auto to = copy.createScalarProperty(name, header.getMetaData(), type, new_sampling);
             const AbcA::ArraySamplePtr value = AbcA::AllocateArraySample(type, AbcA::Dimensions(1));
-            copy_samples(*scalar, sampling, *to, [&](AbcA::index_t i) {
+            copy_samples(*scalar, sampling, *to, part, [&](AbcA::index_t i) {
                 scalar->getSample(i, const_cast<void*>(value->getData()));
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *value);
                 to->setSample(value->getData());
@@ -117,9 +136,12 @@ private:
             const auto array = compound.getArrayProperty(name);
             const auto to = copy.createArrayProperty(name, header.getMetaData(), type, new_sampling);
             AbcA::ArraySamplePtr shaped; // the sample before, where it has a shape
-            copy_samples(*array, sampling, *to, [&](AbcA::index_t i) {
+            ArrayRepeats known(*array);
+            copy_samples(*array, sampling, *to, part, [&](AbcA::index_t i) {
+                if (known.repeats(i)) return to->setFromPreviousSample();
                 AbcA::ArraySamplePtr sample;
                 array->getSample(i, sample);
+                known.note(i, *sample);
                 note_shape(path, shaped.get(), *sample);
                 shaped = sample->getDimensions().rank() > 1 ? sample : nullptr;
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *sample);
@@ -143,15 +165,18 @@ private:
 
     /// `copy_sample(i)` reads one sample and appends it; the writer finds out which of them repeat.
     template <class Reader, class Writer, class CopySample>
-    void copy_samples(Reader& from, std::uint32_t sampling, Writer& to, const CopySample& copy_sample)
+    void copy_samples(Reader& from, std::uint32_t sampling, Writer& to, const Part& part, const CopySample& copy_sample)
     {
         const auto count = static_cast<std::int64_t>(from.getNumSamples());
         if (count == 0) return;
         const bool is_constant = from.isConstant();
         const SampleSpan samples = options_.cut.get_samples(sampling, count);
+        const auto sample_count = static_cast<double>(samples.last - samples.first + 1);
         for (std::int64_t i = samples.first; i <= samples.last; ++i) {
-            show_progress();
-            if (i > samples.first && is_constant)
+            const bool repeats = i > samples.first && is_constant;
+            if (!repeats || i % repeats_at_once == 0)
+                show_progress(part.at(static_cast<double>(i - samples.first) / sample_count));
+            if (repeats)
                 to.setFromPreviousSample(); // read once, however many there are
             else
                 copy_sample(i);
@@ -188,7 +213,6 @@ private:
     const AbcA::ArchiveWriterPtr target_;
     std::vector<std::uint32_t> new_samplings_; ///< of each of the source's
     std::uint64_t object_count_ = 1;           ///< to copy
-    double properties_done_ = 0.0;             ///< of the current object's, 0 to 1
     std::string object_path_;                  ///< of the current object
     std::vector<std::string> names_;           ///< of the current property's compounds, and its own
     WideStringWatch& wide_strings_;

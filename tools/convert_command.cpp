@@ -48,6 +48,7 @@ bool is_one_of(const std::vector<std::string>& files, const std::string& path)
 /// The progress bar is gone when this returns.
 CopyCounts write_copy(const ArchiveSession& session, const ConvertOptions& options)
 {
+    Interruption::check(); // opening may have taken long
     const ObjectSelection selection(session, options.objects);
     const TimeCut cut(*session.get_archive().getPtr(), find_span(session, options));
     NewFile file(options.output);

@@ -29,23 +29,28 @@ void WideStringWatch::note(const std::string& object_path, const std::vector<std
     if (sample.getDataType().getPod() != AbcA::kWstringPOD) return;
     if (properties_.empty() || properties_.back().object_path != object_path || properties_.back().names != names)
         properties_.push_back({object_path, names, {}});
-    properties_.back().samples.push_back({index, digest_of(sample)});
+    std::vector<Run>& runs = properties_.back().runs;
+    const Alembic::Util::Digest contents = digest_of(sample);
+    if (!runs.empty() && runs.back().last + 1 == index && runs.back().contents == contents)
+        runs.back().last = index;
+    else
+        runs.push_back({index, index, contents});
 }
 
-std::size_t WideStringWatch::count_lost(const Property& property, AbcA::ArchiveReader& copy)
+std::uint64_t WideStringWatch::count_lost(const Property& property, AbcA::ArchiveReader& copy)
 {
     AbcA::CompoundPropertyReaderPtr compound = find_stored_object(copy.getTop(), property.object_path)->getProperties();
     for (std::size_t i = 0; i + 1 < property.names.size(); ++i)
         compound = compound->getCompoundProperty(property.names[i]);
     const AbcA::BasePropertyReaderPtr reader = compound->getProperty(property.names.back());
-    std::size_t count = 0;
-    for (const Sample& sample : property.samples) {
+    std::uint64_t count = 0;
+    for (const Run& run : property.runs) { // equal samples are kept or lost together
         AbcA::ArraySamplePtr stored = AbcA::AllocateArraySample(reader->getDataType(), AbcA::Dimensions(1));
         if (reader->isScalar())
-            reader->asScalarPtr()->getSample(sample.index, const_cast<void*>(stored->getData()));
+            reader->asScalarPtr()->getSample(run.first, const_cast<void*>(stored->getData()));
         else
-            reader->asArrayPtr()->getSample(sample.index, stored);
-        count += !(digest_of(*stored) == sample.contents);
+            reader->asArrayPtr()->getSample(run.first, stored);
+        if (!(digest_of(*stored) == run.contents)) count += static_cast<std::uint64_t>(run.last - run.first + 1);
     }
     return count;
 }
@@ -54,7 +59,7 @@ std::vector<std::string> WideStringWatch::find_lost(AbcA::ArchiveReader& copy) c
 {
     std::vector<std::string> lines;
     for (const Property& property : properties_)
-        if (const std::size_t count = count_lost(property, copy))
+        if (const std::uint64_t count = count_lost(property, copy))
             lines.push_back(
                 fmt::format("{} property {}: {} of wide strings read as others now: Ogawa archives take those "
                             "for equal that begin alike. Store them as strings.",

@@ -21,19 +21,20 @@ public:
     std::vector<std::string> find_lost(Alembic::AbcCoreAbstract::ArchiveReader& copy) const;
 
 private:
-    struct Sample
+    /// Samples one after the other that are equal.
+    struct Run
     {
-        std::int64_t index;
+        std::int64_t first, last;
         Alembic::Util::Digest contents;
     };
     struct Property
     {
         std::string object_path;
         std::vector<std::string> names;
-        std::vector<Sample> samples;
+        std::vector<Run> runs;
     };
 
-    static std::size_t count_lost(const Property& property, Alembic::AbcCoreAbstract::ArchiveReader& copy);
+    static std::uint64_t count_lost(const Property& property, Alembic::AbcCoreAbstract::ArchiveReader& copy);
 
     std::vector<Property> properties_;
 };

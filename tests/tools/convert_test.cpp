@@ -13,6 +13,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <random>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -219,6 +220,85 @@ TEST_F(Convert, ObjectsComeWithWhatTheyNeed)
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, HasSubstr("/body/left/copy/x: there is no such object"));
     EXPECT_THAT(names_in_folder(), ElementsAre("in.abc", "out.abc"));
+}
+
+TEST_F(Convert, LargeSamplesThatRepeatStayRepeats)
+{
+    const AbcA::DataType types[] = {AbcA::DataType(AbcA::kFloat32POD, 3), AbcA::DataType(AbcA::kStringPOD, 1),
+                                    AbcA::DataType(AbcA::kWstringPOD, 1)};
+    {
+        const AbcA::ArchiveWriterPtr archive = Alembic::AbcCoreOgawa::WriteArchive()(path("in.abc"), AbcA::MetaData());
+        std::vector<float> numbers(60000);
+        std::vector<std::string> texts(8000, "text");
+        std::vector<std::wstring> wide_texts(8000, L"text");
+        void* const values[] = {numbers.data(), texts.data(), wide_texts.data()};
+        for (std::size_t t = 0; t < std::size(types); ++t) {
+            const auto property = archive->getTop()->getProperties()->createArrayProperty(
+                PODName(types[t].getPod()), AbcA::MetaData(), types[t], 0);
+            // Repeats between changes, of what was there before, and of another length.
+            for (const int value : {1, 1, 1, 2, 2, 1, 1, 3, 3}) {
+                numbers.back() = float(value);
+                texts.front() = std::to_string(value);
+                wide_texts.front() = std::to_wstring(value);
+                const std::size_t count = (t == 0 ? numbers.size() / 3 : texts.size()) - std::size_t(value == 3);
+                property->setSample(AbcA::ArraySample(values[t], types[t], AbcA::Dimensions(count)));
+            }
+        }
+    }
+    convert({path("in.abc")});
+    EXPECT_EQ(out_text(), archive_text(*open_ogawa(path("in.abc"))));
+    EXPECT_LE(std::filesystem::file_size(path("out.abc")), std::filesystem::file_size(path("in.abc")));
+}
+
+TEST_F(Convert, WritesToPlainFilesOnly)
+{
+    write_random_archive(path("in.abc"), {5});
+    write_random_archive(path("kept.abc"), {6});
+    const std::string in = read_file(path("in.abc")), kept = read_file(path("kept.abc"));
+    std::filesystem::create_directory(path("folder"));
+    std::filesystem::create_symlink("nowhere/at_all.abc", path("dangling.abc"));
+    std::filesystem::create_symlink("kept.abc", path("link.abc"));
+    std::filesystem::create_hard_link(path("in.abc"), path("same.abc"));
+    mkfifo(path("pipe.abc").c_str(), 0600);
+    const std::vector<std::string> names = names_in_folder();
+
+    struct Case
+    {
+        std::string output;
+        const char* error;
+    };
+    const Case cases[] = {
+        {path("folder"), "Is a directory"},
+        {path("folder") + "/", "Is a directory"},
+        {path("absent") + "/out.abc", "No such file or directory"},
+        {path("in.abc") + "/out.abc", "Not a directory"},
+        {path("dangling.abc"), "No such file or directory"},
+        {path("pipe.abc"), "it is no plain file"},
+        {"/dev/null", "it is no plain file"},
+        {"/dev/full", "it is no plain file"},
+    };
+    for (const Case& wrong : cases) {
+        const ToolRun run = run_tool({"convert", path("in.abc"), "-o", wrong.output});
+        EXPECT_EQ(run.status, 1) << wrong.output;
+        EXPECT_THAT(run.errors, HasSubstr("cannot be written: "));
+        EXPECT_THAT(run.errors, HasSubstr(wrong.error));
+        EXPECT_EQ(names_in_folder(), names) << wrong.output;
+    }
+    if (geteuid() != 0) { // to root nothing is read-only
+        std::filesystem::permissions(path("kept.abc"), std::filesystem::perms::owner_read);
+        EXPECT_EQ(run_tool({"convert", path("in.abc"), "-o", path("kept.abc")}).status, 1);
+        std::filesystem::permissions(path("kept.abc"), std::filesystem::perms::owner_all);
+    }
+    EXPECT_EQ(read_file(path("in.abc")), in);
+    EXPECT_EQ(read_file(path("kept.abc")), kept);
+
+    // A link's file is replaced, not the link; the file that is read may have another name.
+    EXPECT_EQ(run_tool({"convert", path("in.abc"), "-o", path("link.abc")}).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(path("link.abc")));
+    EXPECT_EQ(archive_text(*open_ogawa(path("kept.abc"))), archive_text(*open_ogawa(path("in.abc"))));
+    EXPECT_EQ(run_tool({"convert", path("in.abc"), "-o", path("same.abc")}).status, 0);
+    EXPECT_EQ(archive_text(*open_ogawa(path("same.abc"))), archive_text(*open_ogawa(path("in.abc"))));
+    EXPECT_EQ(names_in_folder(), names);
 }
 
 TEST_F(Convert, LeavesNothingBehindWhenItFails)

@@ -87,7 +87,8 @@ const PropertyTable& ArchiveReader::properties_of(const Handle& group)
 {
     if (!group) return no_properties_;
     std::unique_ptr<const PropertyTable>& table = property_tables_[address_of(group.id())];
-    if (!table) table = std::make_unique<const PropertyTable>(parse_properties(group.id(), time_samplings_));
+    if (!table)
+        table = std::make_unique<const PropertyTable>(parse_properties(group.id(), time_samplings_, file_.size()));
     return *table;
 }
 

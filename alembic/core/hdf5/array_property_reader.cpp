@@ -4,6 +4,7 @@
 
 #include "core/hdf5/archive_reader.h"
 #include "core/hdf5/attribute.h"
+#include "core/hdf5/limits.h"
 #include "core/hdf5/pod_types.h"
 #include "core/hdf5/texts.h"
 
@@ -71,15 +72,26 @@ AbcA::Dimensions ArrayPropertyReader::dimensions(const SamplePlace& place, const
     std::uint64_t points = 0;
     const AbcA::Dimensions stored = stored_dimensions(place, points);
     if (stored.rank() == 0) {
-        if (is_text(type.getPod())) return AbcA::Dimensions(count_texts(data, type.getPod()) / type.getExtent());
-        points = fitting;
+        points = is_text(type.getPod()) ? count_texts(data, type.getPod()) / type.getExtent() : fitting;
     }
     const bool fits =
         is_text(type.getPod()) ? points <= fitting : points == fitting && fitting * type.getExtent() == data.count();
     if (!fits)
         ABCA_THROW("Invalid property: " << getName() << ", a sample has " << data.count()
                                         << " stored values, which is not what its dimensions ask for");
+    if (is_text(type.getPod())) require_memory(points * type.getExtent(), data);
     return stored.rank() == 0 ? AbcA::Dimensions(points) : stored;
+}
+
+void ArrayPropertyReader::require_memory(std::uint64_t texts, const DataSet& data) const
+{
+    static_assert(sizeof(std::string) == sizeof(std::wstring), "strings of both kinds take the same");
+    const std::uint64_t file_size = compound().file().size();
+    const std::uint64_t bytes =
+        texts * sizeof(std::string) + data.count() * stored_size(getHeader().getDataType().getPod());
+    if (bytes > std::max(text_floor, text_factor * file_size))
+        ABCA_THROW("Invalid property: " << getName() << ", a sample has " << texts
+                                        << " strings, too many for a file of " << file_size << " bytes");
 }
 
 void ArrayPropertyReader::read(const DataSet& data, std::uint64_t points, void* into) const

@@ -24,6 +24,7 @@ public:
 private:
     DataSet open(const SamplePlace& place) const;
     AbcA::Dimensions dimensions(const SamplePlace& place, const DataSet& data) const;
+    void require_memory(std::uint64_t texts, const DataSet& data) const;
     AbcA::ArraySamplePtr read_sample(AbcA::index_t index);
     void read(const DataSet& data, std::uint64_t points, void* into) const;
 };

@@ -33,25 +33,36 @@ struct PendingNode
     ABCA_THROW("An index is damaged: " << reason);
 }
 
+void require_inside(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size)
+{
+    if (position > file.size() || size > file.size() - position) ABCA_THROW("it ends after the file does");
+}
+
 } // namespace
 
 std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size)
 {
-    if (position > file.size() || size > file.size() - position) ABCA_THROW("it ends after the file does");
+    require_inside(file, position, size);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     file.read(position, &bytes[0], bytes.size());
     return bytes;
 }
 
+std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size, ReadBudget& budget)
+{
+    require_inside(file, position, size); // only what is read is paid for
+    budget.take(size);
+    return read_bytes(file, position, size);
+}
+
 void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
-               const TreeUse& use)
+               const TreeUse& use, ReadBudget& budget)
 {
     std::vector<PendingNode> pending = {{root, -1}};
-    std::uint64_t total = 0;
     while (!pending.empty()) {
         const PendingNode node = pending.back();
         pending.pop_back();
-        const std::string header = read_bytes(file, node.position, node_header);
+        const std::string header = read_bytes(file, node.position, node_header, budget);
         ByteCursor cursor(header);
         std::string_view signature;
         std::uint8_t stored_kind = 0, level = 0;
@@ -64,9 +75,7 @@ void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind,
         if (node.level >= 0 && level != node.level) fail("a node hangs at a wrong level");
 
         const std::size_t size = count * (key_size + address_size) + key_size; // a last key ends the last entry
-        total += node_header + size;
-        if (total > file.size()) fail("its nodes overlap");
-        const std::string entries = read_bytes(file, node.position + node_header, size);
+        const std::string entries = read_bytes(file, node.position + node_header, size, budget);
         const std::size_t children = pending.size();
         ByteCursor entry(entries);
         std::string_view key;

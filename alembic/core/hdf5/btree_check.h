@@ -2,6 +2,7 @@
 /// Walks B-trees of the first version before libhdf5 does: releases of it that are in use follow damaged ones anywhere.
 #pragma once
 
+#include "core/hdf5/read_budget.h"
 #include "ogawa/byte_source.h"
 
 #include <Alembic/Util/Config.h>
@@ -28,13 +29,16 @@ struct TreeUse
     std::function<void(std::string_view key, std::uint64_t address)> use_entry; ///< each entry of each leaf
 };
 
-/// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Throws for nodes that do not lie in the file, are of
-/// another kind, hang at a wrong level, or are more than the file has room for.
+/// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Takes the bytes of its
+/// nodes from `budget`. Throws for nodes that do not lie in the file, are of another kind, or hang at a wrong level.
 void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
-               const TreeUse& use);
+               const TreeUse& use, ReadBudget& budget);
 
 /// The `size` bytes at `position`. Throws when they are not all in the file.
 std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size);
+
+/// The same, taken from `budget` first.
+std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size, ReadBudget& budget);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

@@ -19,6 +19,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
 
+constexpr std::uint64_t deflate_overhead = 64; ///< more than the bytes around what is deflated
+
 /// Unfolds `stored` to exactly `size` bytes; false when they are not that many.
 bool inflate_exactly(const std::string& stored, unsigned char* into, std::uint64_t size)
 {
@@ -42,10 +44,11 @@ public:
 
     void read()
     {
+        ReadBudget budget(file_.size());
         TreeUse use;
         use.use_entry = [this](std::string_view key, std::uint64_t address) { read_chunk(parse_chunk(key, address)); };
         if (row_.index.tree != ChunkIndex::nowhere)
-            walk_tree(file_, row_.index.tree, TreeKind::CHUNKS, chunk_key_size(row_.index), use);
+            walk_tree(file_, row_.index.tree, TreeKind::CHUNKS, chunk_key_size(row_.index), use, budget);
         if (done_ != row_.bytes) ABCA_THROW(failure_ << ": a chunk is missing");
     }
 
@@ -55,6 +58,9 @@ private:
         if (done_ == row_.bytes) return; // values that were cut off
         const std::uint64_t chunk_bytes = row_.index.chunk_bytes;
         if (chunk.first_value != done_ / row_.index.value_bytes) ABCA_THROW(failure_ << ": a chunk is missing");
+        // Chunks that do not get smaller are not deflated.
+        if (chunk.size > chunk_bytes + chunk_bytes / 2 + deflate_overhead)
+            ABCA_THROW(failure_ << ": a chunk is damaged");
         const std::string stored = read_bytes(file_, chunk.address, chunk.size);
         const std::uint64_t wanted = std::min(row_.bytes - done_, chunk_bytes); // the last chunk may go on behind them
         if (!row_.is_deflated || chunk.skipped_filters != 0) {

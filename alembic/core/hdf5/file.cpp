@@ -4,6 +4,7 @@
 
 #include "core/hdf5/file_driver.h"
 #include "core/hdf5/header_check.h"
+#include "core/hdf5/limits.h"
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -16,25 +17,36 @@ File::File(const std::string& name)
     const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), failure);
     if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed(failure);
     file_ = Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
-    if (!file_ && !driver_refusal().empty()) ABCA_THROW(failure << ": " << driver_refusal());
+    const std::string refusal = take_driver_refusal();
+    if (!file_ && !refusal.empty()) ABCA_THROW(failure << ": " << refusal);
     if (!file_) throw_failed(failure);
     bytes_ = driver_bytes(file_.id());
     if (!bytes_) throw_failed(failure);
+    budget_ = ReadBudget(check_budget(bytes_->size()));
 }
 
-void File::check_header(haddr_t address, const std::string& name)
+void File::check(haddr_t address, const std::string& name)
 {
-    if (checked_.count(address) > 0) return;
-    try {
-        checked_.emplace(address, check_object_header(*bytes_, address));
-    } catch (const std::exception& error) {
-        ABCA_THROW("Could not open '" << name << "': " << error.what());
+    const auto known = checked_.find(address);
+    std::string wrong = known == checked_.end() ? std::string() : known->second;
+    if (known == checked_.end()) {
+        ReadBudget budget = budget_;
+        try {
+            check_object(*bytes_, address, budget);
+        } catch (const std::exception& error) {
+            wrong = error.what();
+        }
+        if (budget_.left() - budget.left() > forgotten_check_bytes) {
+            checked_.emplace(address, wrong);
+            budget_ = budget;
+        }
     }
+    if (!wrong.empty()) ABCA_THROW("Could not open '" << name << "': " << wrong);
 }
 
 Handle File::open_object(haddr_t address, H5I_type_t kind, const std::string& name)
 {
-    check_header(address, name);
+    check(address, name);
     Handle object = require(Handle(H5Oopen_by_addr(file_.id(), address), H5Oclose), "Could not open '" + name + "'");
     if (H5Iget_type(object.id()) != kind)
         ABCA_THROW("Could not open '" << name << "': it is not a " << (kind == H5I_GROUP ? "group" : "data set"));
@@ -43,14 +55,14 @@ Handle File::open_object(haddr_t address, H5I_type_t kind, const std::string& na
 
 std::optional<ChunkIndex> File::chunks_of(hid_t data_set) const
 {
-    const auto found = checked_.find(address_of(data_set));
-    return found == checked_.end() ? std::nullopt : found->second;
+    ReadBudget budget(bytes_->size());
+    return check_object_header(*bytes_, address_of(data_set), budget).chunks;
 }
 
 Handle File::open_root()
 {
     Handle root = require(Handle(H5Gopen2(file_.id(), "/", H5P_DEFAULT), H5Gclose), "Could not open the root group");
-    check_header(address_of(root.id()), "/");
+    check(address_of(root.id()), "/");
     return root;
 }
 

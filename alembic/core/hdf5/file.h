@@ -4,6 +4,7 @@
 
 #include "core/hdf5/library.h"
 #include "core/hdf5/message_check.h"
+#include "core/hdf5/read_budget.h"
 #include "ogawa/byte_source.h"
 
 #include <cstdint>
@@ -45,11 +46,12 @@ public:
 
 private:
     Handle open_object(haddr_t address, H5I_type_t kind, const std::string& name);
-    void check_header(haddr_t address, const std::string& name);
+    void check(haddr_t address, const std::string& name);
 
     Handle file_;
-    const Ogawa::FileSource* bytes_ = nullptr;                       ///< the driver's
-    std::unordered_map<haddr_t, std::optional<ChunkIndex>> checked_; ///< objects whose headers are sound
+    const Ogawa::FileSource* bytes_ = nullptr;         ///< the driver's
+    std::unordered_map<haddr_t, std::string> checked_; ///< what is wrong with objects that are costly to check, or ""
+    ReadBudget budget_{0};                             ///< for checking the others
 };
 
 /// Where an object stands in its file.

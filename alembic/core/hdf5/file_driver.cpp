@@ -11,6 +11,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -39,6 +40,15 @@ const OpenFile& ours(const H5FD_t* file)
 /// Belongs to who holds the LibraryLock.
 std::string refusal;
 
+void keep_refusal(const char* reason) noexcept
+{
+    try {
+        refusal = reason;
+    } catch (...) {
+        refusal.clear();
+    }
+}
+
 H5FD_t* driver_open(const char* name, unsigned flags, hid_t, haddr_t)
 {
     if (flags != H5F_ACC_RDONLY) return nullptr;
@@ -49,9 +59,9 @@ H5FD_t* driver_open(const char* name, unsigned flags, hid_t, haddr_t)
         check_superblock(*file->source);
         return &file.release()->common;
     } catch (const std::exception& error) {
-        refusal = error.what();
+        keep_refusal(error.what());
     } catch (...) {
-        refusal = "it cannot be read";
+        keep_refusal("it cannot be read");
     }
     return nullptr;
 }
@@ -144,9 +154,9 @@ Handle register_driver()
     return require(Handle(H5FDregister(&driver_class), H5FDunregister), "libhdf5 takes no file driver");
 }
 
-const std::string& driver_refusal()
+std::string take_driver_refusal()
 {
-    return refusal;
+    return std::exchange(refusal, {});
 }
 
 const Ogawa::FileSource* driver_bytes(hid_t file)

@@ -17,8 +17,8 @@ inline namespace ALEMBIC_VERSION_NS {
 /// before, libhdf5 would hand out what it remembers. It takes no file locks, and a read past the end is an error.
 Handle register_driver();
 
-/// Why the driver did not open the last file it was asked to open; empty when it did.
-const std::string& driver_refusal();
+/// Why the driver did not open the last file it was asked to open; empty when it did, or when that was told already.
+std::string take_driver_refusal();
 
 /// The bytes of a file that was opened with the driver; they stay as long as it is open. Null on failure.
 const Ogawa::FileSource* driver_bytes(hid_t file);

@@ -5,7 +5,6 @@
 #include "core/hdf5/btree_check.h"
 #include "core/hdf5/chunks.h"
 #include "core/hdf5/message_check.h"
-#include "core/hdf5/symbol_table_check.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
@@ -52,11 +51,17 @@ struct Run
     std::uint64_t size;     ///< bytes
 };
 
+[[noreturn]] void fail(const char* reason)
+{
+    ABCA_THROW("A header is damaged: " << reason);
+}
+
 class HeaderCheck
 {
 public:
-    explicit HeaderCheck(const Ogawa::FileSource& file)
+    HeaderCheck(const Ogawa::FileSource& file, ReadBudget& budget)
         : file_(file)
+        , budget_(budget)
     {
     }
 
@@ -64,21 +69,14 @@ public:
     {
         const std::string start = read_bytes(file_, position, prefix_size(position));
         runs_.push_back(start[0] == 'O' ? second_version_run(position, start) : first_version_run(position, start));
-        // Continuations are found on the way. Together they cannot take more than the file has.
-        std::uint64_t total = 0;
-        for (std::size_t i = 0; i < runs_.size(); ++i) {
-            total += runs_[i].size;
-            if (total > file_.size()) fail("its continuations overlap");
+        for (std::size_t i = 0; i < runs_.size(); ++i) // continuations are found on the way
             check_run(runs_[i], i > 0);
-        }
         check_data_set();
     }
 
-    const std::optional<ChunkIndex>& chunks() const { return chunks_; }
+    const ObjectHeader& header() const { return header_; }
 
 private:
-    [[noreturn]] static void fail(const char* reason) { ABCA_THROW("A header is damaged: " << reason); }
-
     /// Bytes up to the first message, of the longest form that still fits the file.
     std::uint64_t prefix_size(std::uint64_t position) const
     {
@@ -126,7 +124,7 @@ private:
 
     void check_run(const Run& run, bool is_continuation)
     {
-        const std::string bytes = read_bytes(file_, run.position, run.size);
+        const std::string bytes = read_bytes(file_, run.position, run.size, budget_);
         std::string_view messages = bytes;
         if (is_second_version_ && is_continuation) {
             if (messages.size() < 4 + checksum_size || messages.substr(0, 4) != "OCHK") fail("a continuation is lost");
@@ -161,9 +159,11 @@ private:
     {
         switch (type) {
         case space_message:
+            require_first(rank_.has_value());
             rank_ = check_space(body);
             return;
         case type_message:
+            require_first(value_bytes_.has_value());
             value_bytes_ = check_type(body);
             return;
         case first_fill_message:
@@ -175,8 +175,10 @@ private:
         case external_files_message:
             fail("values of archives do not lie in other files");
         case layout_message:
+            require_first(has_layout_);
             has_layout_ = true;
-            return check_chunks(body);
+            header_.chunks = check_layout(body);
+            return;
         case filters_message:
             return check_filters(body);
         case attribute_message:
@@ -184,10 +186,16 @@ private:
         case continuation_message:
             return add_continuation(body);
         case symbol_table_message:
-            return check_links(body);
+            return take_link_table(body);
         default:
             return;
         }
+    }
+
+    /// Of two, libhdf5 might take the other one.
+    static void require_first(bool is_second)
+    {
+        if (is_second) fail("what there is one of stands there twice");
     }
 
     /// A data set has a type, a space and a layout, and they fit.
@@ -195,27 +203,18 @@ private:
     {
         if (!rank_ && !value_bytes_ && !has_layout_) return;
         if (!rank_ || !value_bytes_ || !has_layout_) fail("a part of a data set is lost");
-        if (chunks_ && (chunks_->rank != *rank_ + 1 || chunks_->value_bytes != *value_bytes_))
+        const std::optional<ChunkIndex>& chunks = header_.chunks;
+        if (chunks && (chunks->rank != *rank_ + 1 || chunks->value_bytes != *value_bytes_))
             fail("its chunks are not those of its values");
     }
 
-    void check_links(std::string_view body) const
+    void take_link_table(std::string_view body)
     {
+        require_first(header_.links.has_value());
         ByteCursor cursor(body);
-        std::uint64_t tree = 0, heap = 0;
-        if (!cursor.take(tree) || !cursor.take(heap)) fail("a table of links is lost");
-        check_symbol_table(file_, tree, heap);
-    }
-
-    void check_chunks(std::string_view body)
-    {
-        chunks_ = check_layout(body);
-        if (!chunks_ || chunks_->tree == ChunkIndex::nowhere) return;
-        TreeUse use;
-        use.use_entry = [&](std::string_view key, std::uint64_t address) {
-            if (parse_chunk(key, address).size > file_.size() - address) fail("a chunk ends after the file does");
-        };
-        walk_tree(file_, chunks_->tree, TreeKind::CHUNKS, chunk_key_size(*chunks_), use);
+        LinkTable table = {};
+        if (!cursor.take(table.tree) || !cursor.take(table.heap)) fail("a table of links is lost");
+        header_.links = table;
     }
 
     void add_continuation(std::string_view body)
@@ -228,22 +227,40 @@ private:
     }
 
     const Ogawa::FileSource& file_;
+    ReadBudget& budget_;
     std::vector<Run> runs_;
     bool is_second_version_ = false;
     bool messages_have_order_ = false;
     bool has_layout_ = false;
     std::optional<std::uint8_t> rank_;
     std::optional<std::uint64_t> value_bytes_;
-    std::optional<ChunkIndex> chunks_;
+    ObjectHeader header_;
 };
+
+void check_chunks(const Ogawa::FileSource& file, const ChunkIndex& chunks, ReadBudget& budget)
+{
+    if (chunks.tree == ChunkIndex::nowhere) return;
+    TreeUse use;
+    use.use_entry = [&](std::string_view key, std::uint64_t address) {
+        if (parse_chunk(key, address).size > file.size() - address) fail("a chunk ends after the file does");
+    };
+    walk_tree(file, chunks.tree, TreeKind::CHUNKS, chunk_key_size(chunks), use, budget);
+}
 
 } // namespace
 
-std::optional<ChunkIndex> check_object_header(const Ogawa::FileSource& file, std::uint64_t position)
+ObjectHeader check_object_header(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
 {
-    HeaderCheck header(file);
-    header.check(position);
-    return header.chunks();
+    HeaderCheck check(file, budget);
+    check.check(position);
+    return check.header();
+}
+
+void check_object(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
+{
+    const ObjectHeader header = check_object_header(file, position, budget);
+    if (header.links) check_symbol_table(file, *header.links, budget);
+    if (header.chunks) check_chunks(file, *header.chunks, budget);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "core/hdf5/message_check.h"
+#include "core/hdf5/read_budget.h"
+#include "core/hdf5/symbol_table_check.h"
 #include "ogawa/byte_source.h"
 
 #include <Alembic/Util/Config.h>
@@ -14,10 +16,19 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Checks the header, with all its continuations, of the object at `position` in the file. Throws what is wrong with it,
-/// or what is sound but not for us: attributes of types that archives do not use. Returns where
-/// the chunks of a data set are found, if it has chunks.
-std::optional<ChunkIndex> check_object_header(const Ogawa::FileSource& file, std::uint64_t position);
+/// What a header leads to.
+struct ObjectHeader
+{
+    std::optional<LinkTable> links;   ///< of a group whose links stand in a table
+    std::optional<ChunkIndex> chunks; ///< of a data set that has chunks
+};
+
+/// Checks the header, with all its continuations, of the object at `position` in the file, and takes its bytes from
+/// `budget`. Throws what is wrong with it, or what is sound but not for us: attributes of types that archives do not use.
+ObjectHeader check_object_header(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget);
+
+/// The same with what the header leads to: libhdf5 may open the object.
+void check_object(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

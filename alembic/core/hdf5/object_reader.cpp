@@ -8,6 +8,7 @@
 #include "core/hdf5/limits.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -33,6 +34,7 @@ struct Listing
 {
     std::vector<ChildLink> links;
     std::uint64_t most_links;
+    std::uint64_t most_name_bytes; ///< of all together; less with each one: tables may let many links share a long name
 };
 
 herr_t take_link(hid_t, const char* name, const H5L_info_t* link, void* listing)
@@ -40,7 +42,9 @@ herr_t take_link(hid_t, const char* name, const H5L_info_t* link, void* listing)
     try {
         Listing& list = *static_cast<Listing*>(listing);
         if (name == properties_name) return 0;
-        if (list.links.size() >= list.most_links) return -1;
+        const std::size_t name_bytes = std::strlen(name);
+        if (list.links.size() >= list.most_links || name_bytes > list.most_name_bytes) return -1;
+        list.most_name_bytes -= name_bytes;
         list.links.push_back(
             {name, link->type == H5L_TYPE_HARD ? link->u.address : HADDR_UNDEF, link->corder_valid ? link->corder : 0});
         return 0;
@@ -145,7 +149,8 @@ const ObjectReader::Children& ObjectReader::children() const
 std::unique_ptr<ObjectReader::Children> ObjectReader::list_children() const
 {
     const Handle group = open_group();
-    Listing listing = {{}, archive_.file().size() / link_bytes};
+    const std::uint64_t file_size = archive_.file().size();
+    Listing listing = {{}, file_size / link_bytes, file_size};
     list_links(group.id(), listing);
     archive_.count_links(listing.links.size());
     for (const ChildLink& link : listing.links)

@@ -5,8 +5,10 @@
 #include "core/hdf5/attribute.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -30,10 +32,21 @@ constexpr std::size_t most_words = 5;
 
 typedef std::vector<std::string> Names;
 
-herr_t take_name(hid_t, const char* name, const H5A_info_t*, void* names)
+/// What listing the attributes of a group fills.
+struct Listing
+{
+    Names names;
+    std::uint64_t most_bytes; ///< of names and values together, less with each one: a damaged index may repeat some
+};
+
+herr_t take_name(hid_t, const char* name, const H5A_info_t* info, void* listing)
 {
     try {
-        static_cast<Names*>(names)->emplace_back(name);
+        Listing& list = *static_cast<Listing*>(listing);
+        const std::uint64_t bytes = std::strlen(name) + info->data_size;
+        if (bytes > list.most_bytes) return -1;
+        list.most_bytes -= bytes;
+        list.names.emplace_back(name);
         return 0;
     } catch (...) {
         return -1;
@@ -41,15 +54,15 @@ herr_t take_name(hid_t, const char* name, const H5A_info_t*, void* names)
 }
 
 /// The names of all attributes, in order.
-Names attribute_names(hid_t group)
+Names attribute_names(hid_t group, std::uint64_t file_size)
 {
-    Names names;
+    Listing listing = {{}, file_size};
     hsize_t position = 0;
     // Sorted here: what libhdf5 sorts it takes into a table first, which it cannot free when one turns out damaged.
-    if (H5Aiterate2(group, H5_INDEX_NAME, H5_ITER_NATIVE, &position, take_name, &names) < 0)
+    if (H5Aiterate2(group, H5_INDEX_NAME, H5_ITER_NATIVE, &position, take_name, &listing) < 0)
         throw_failed("Could not list the properties of a compound");
-    std::sort(names.begin(), names.end());
-    return names;
+    std::sort(listing.names.begin(), listing.names.end());
+    return std::move(listing.names);
 }
 
 /// A header that is being parsed.
@@ -140,9 +153,9 @@ PropertyRecord parse_record(const Header& header, const TimeSamplings& time_samp
 
 } // namespace
 
-PropertyTable parse_properties(hid_t group, const TimeSamplings& time_samplings)
+PropertyTable parse_properties(hid_t group, const TimeSamplings& time_samplings, std::uint64_t file_size)
 {
-    const Names names = attribute_names(group);
+    const Names names = attribute_names(group, file_size);
     std::vector<PropertyRecord> records;
     for (const std::string& attribute : names) {
         const std::string_view whole = attribute;

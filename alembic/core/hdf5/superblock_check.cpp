@@ -3,6 +3,7 @@
 #include "core/hdf5/superblock_check.h"
 
 #include "core/hdf5/header_check.h"
+#include "core/hdf5/limits.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
@@ -54,7 +55,8 @@ void check_superblock(const Ogawa::FileSource& file)
     if (number_at(start, places.address_size, 1) != 8 || number_at(start, places.length_size, 1) != 8)
         ABCA_THROW("its addresses do not have 8 bytes");
     if (number_at(start, places.base, 8) != 0) ABCA_THROW("its addresses do not count from its start");
-    check_object_header(file, number_at(start, places.root, 8));
+    ReadBudget budget(check_budget(file.size()));
+    check_object(file, number_at(start, places.root, 8), budget);
 }
 
 } // namespace ALEMBIC_VERSION_NS

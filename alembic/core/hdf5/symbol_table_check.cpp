@@ -24,11 +24,11 @@ using AbcCoreOgawa::ByteCursor;
 }
 
 /// The names of a heap, once its list of free blocks is known to come to an end.
-std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position)
+std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
 {
     constexpr std::size_t header_size = 32, signature_and_version = 8;
     constexpr std::uint64_t no_block = 1;
-    const std::string header = read_bytes(file, position, header_size);
+    const std::string header = read_bytes(file, position, header_size, budget);
     ByteCursor cursor(header);
     std::string_view start;
     std::uint64_t size = 0, free_block = 0, data = 0;
@@ -37,7 +37,7 @@ std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position)
     cursor.take(free_block);
     cursor.take(data);
     if (start.substr(0, 5) != std::string_view("HEAP\0", 5)) fail("its heap is lost");
-    const std::string names = read_bytes(file, data, size);
+    const std::string names = read_bytes(file, data, size, budget);
 
     // Free blocks lie one behind the other, from the front to the back or not: together they fit the heap.
     std::uint64_t total = 0;
@@ -67,14 +67,15 @@ std::uint64_t most_links(const Ogawa::FileSource& file)
     return 2 * (version > 1 ? usual_half : half);
 }
 
-/// A name must end before the heap does.
-void check_name(const std::string& names, std::uint64_t at)
+/// A name must end before the heap does. Many that end alike would take more bytes than there are.
+void check_name(const std::string& names, std::uint64_t at, ReadBudget& budget)
 {
-    if (at >= names.size() || names.find('\0', static_cast<std::size_t>(at)) == names.npos)
-        fail("a name is not closed");
+    const std::size_t end = at < names.size() ? names.find('\0', static_cast<std::size_t>(at)) : names.npos;
+    if (end == names.npos) fail("a name is not closed");
+    budget.take(end - at);
 }
 
-void check_node(const std::string& bytes, const std::string& names)
+void check_node(const std::string& bytes, const std::string& names, ReadBudget& budget)
 {
     constexpr std::uint32_t has_target_name = 2;
     ByteCursor cursor(bytes);
@@ -83,37 +84,37 @@ void check_node(const std::string& bytes, const std::string& names)
     std::string_view scratch;
     while (cursor.take(name) && cursor.take(address) && cursor.take(kind) && cursor.take(reserved) &&
            cursor.take(16, scratch)) {
-        check_name(names, name);
+        check_name(names, name, budget);
         if (kind != has_target_name) continue;
         ByteCursor(scratch).take(target);
-        check_name(names, target);
+        check_name(names, target, budget);
     }
 }
 
 } // namespace
 
-void check_symbol_table(const Ogawa::FileSource& file, std::uint64_t tree, std::uint64_t heap)
+void check_symbol_table(const Ogawa::FileSource& file, const LinkTable& table, ReadBudget& budget)
 {
     constexpr std::size_t key_size = 8, node_header = 8, link_size = 40;
-    const std::string names = heap_names(file, heap);
+    const std::string names = heap_names(file, table.heap, budget);
     const std::uint64_t most = most_links(file);
     TreeUse use;
     use.use_key = [&](std::string_view key) {
         std::uint64_t name = 0;
         ByteCursor(key).take(name);
-        check_name(names, name);
+        check_name(names, name, budget);
     };
     use.use_entry = [&](std::string_view, std::uint64_t position) {
-        const std::string header = read_bytes(file, position, node_header);
+        const std::string header = read_bytes(file, position, node_header, budget);
         ByteCursor cursor(header);
         std::string_view start;
         std::uint16_t count = 0;
         cursor.take(6, start);
         cursor.take(count);
         if (start.substr(0, 4) != "SNOD" || count > most) fail("a node is lost");
-        check_node(read_bytes(file, position + node_header, count * link_size), names);
+        check_node(read_bytes(file, position + node_header, count * link_size, budget), names, budget);
     };
-    walk_tree(file, tree, TreeKind::SYMBOLS, key_size, use);
+    walk_tree(file, table.tree, TreeKind::SYMBOLS, key_size, use, budget);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -2,6 +2,7 @@
 /// Looks through a group whose links stand in a table of their own before libhdf5 does.
 #pragma once
 
+#include "core/hdf5/read_budget.h"
 #include "ogawa/byte_source.h"
 
 #include <Alembic/Util/Config.h>
@@ -12,8 +13,15 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Checks the links below the tree at `tree`, and the heap of their names at `heap`. Throws what is wrong with them.
-void check_symbol_table(const Ogawa::FileSource& file, std::uint64_t tree, std::uint64_t heap);
+/// Where the links of such a group stand.
+struct LinkTable
+{
+    std::uint64_t tree; ///< address of a B-tree of nodes of links
+    std::uint64_t heap; ///< address of the heap of their names
+};
+
+/// Checks the links and their names, and takes their bytes from `budget`. Throws what is wrong with them.
+void check_symbol_table(const Ogawa::FileSource& file, const LinkTable& table, ReadBudget& budget);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

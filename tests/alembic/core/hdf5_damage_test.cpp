@@ -6,7 +6,7 @@
 #include "support/scratch_file.h"
 
 #include <Alembic/AbcCoreHDF5/All.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <unistd.h>
 
@@ -71,6 +71,45 @@ TEST_F(Hdf5Damage, FlippedBitsCostAnErrorAtMost)
     }
     EXPECT_GT(refused, 60);
     EXPECT_GT(read, 60) << "most bits are those of values";
+}
+
+TEST_F(Hdf5Damage, AChunkIsNoLargerThanWhatItUnfoldsInto)
+{
+    constexpr std::size_t size_place = 24; // in a tree of chunks: that of its first
+    std::size_t count = 0;
+    for (std::size_t at = sound_.find("TREE\1"); at != sound_.npos; at = sound_.find("TREE\1", at + 1)) {
+        std::string bytes = sound_;
+        bytes.append(1u << 20, '\0');
+        bytes[at + size_place + 2] = 8; // half a megabyte more
+        write(bytes);
+        EXPECT_THAT(error_of([&] { archive_text(*open_hdf5(scratch_.path())); }),
+                    testing::HasSubstr("a chunk is damaged"));
+        if (++count == 3) break;
+    }
+    EXPECT_EQ(count, 3u);
+}
+
+TEST_F(Hdf5Damage, AFewStoredBytesAskForNoMoreStringsThanAllOfThemCouldHold)
+{
+    const std::string ogawa = scratch_.folder() + "/texts.abc";
+    {
+        const std::vector<std::string> texts(2'200'000);
+        const auto archive = Alembic::AbcCoreOgawa::WriteArchive()(ogawa, AbcA::MetaData());
+        const AbcA::DataType type(AbcA::kStringPOD, 1);
+        archive->getTop()
+            ->getProperties()
+            ->createArrayProperty("texts", AbcA::MetaData(), type, 0)
+            ->setSample(AbcA::ArraySample(texts.data(), type, AbcA::Dimensions(texts.size())));
+    }
+    for (const bool deflated : {false, true}) {
+        hdf5_archives::write_copy(*Alembic::AbcCoreOgawa::ReadArchive()(ogawa), scratch_.path(), deflated);
+        AbcA::ArraySamplePtr sample;
+        const std::string error = error_of([&] {
+            open_hdf5(scratch_.path())->getTop()->getProperties()->getArrayProperty("texts")->getSample(0, sample);
+        });
+        EXPECT_EQ(sample != nullptr, !deflated) << error;
+        EXPECT_EQ(error.find("too many for a file of") != error.npos, deflated) << error;
+    }
 }
 
 TEST_F(Hdf5Damage, AFileCutWhileItIsOpenCostsAnError)
