@@ -42,6 +42,8 @@ NewFile::NewFile(const std::string& path)
         if (!S_ISREG(status.st_mode)) throw ToolError(path + ": cannot be written: it is no plain file");
         if (access(path.c_str(), W_OK) != 0) fail(errno);
         mode = status.st_mode & 07777;
+    } else if (const int error_number = errno; lstat(path.c_str(), &status) == 0) {
+        fail(error_number); // a link that leads nowhere stays as it is
     }
     descriptor_ = mkstemp(temporary_path_.data());
     if (descriptor_ < 0) fail(errno);

@@ -4,8 +4,8 @@
 #include <string>
 
 /// Makes an empty file of another name beside `path`; it takes that name on `commit`. Without it nothing remains, and a
-/// file that was there before stays as it is. One that is replaced leaves its access rights; a link is followed; what is
-/// no plain file or may not be written is refused. Every failure throws ToolError.
+/// file that was there before stays as it is. One that is replaced leaves its access rights; a link is followed. A link
+/// that leads nowhere, what is no plain file and what may not be written is refused. Every failure throws ToolError.
 class NewFile
 {
 public:
