@@ -102,12 +102,14 @@ public:
         instanced_bytes_ += instance_bytes + 2 * object.getFullName().size(); // the object has the name, and the list
         if (instanced_bytes_ < max_instanced_bytes_) return;
         std::size_t stored = 0;
-        count_stored_objects(root_, 0, max_listed_objects, stored);
+        // So many allow as much as max_listed_objects does: more need not be counted.
+        constexpr std::size_t enough = max_listed_objects * instance_bytes / instance_bytes_per_stored;
+        count_stored_objects(root_, 0, enough, stored);
         max_instanced_bytes_ = free_instance_bytes + stored * instance_bytes_per_stored;
         if (instanced_bytes_ < max_instanced_bytes_) return;
         is_without_instances_ = true;
         log_message(log_level_warning, [&](CoreLogStream& stream) {
-            stream << "The " << stored << " objects of '" << root_.getArchive().getName().c_str()
+            stream << "The objects of '" << root_.getArchive().getName().c_str()
                    << "' multiply through instances: after " << instanced_
                    << " no more of them are listed. They can still be read by their full names.\n";
         });

@@ -26,7 +26,8 @@ for folder in alembic/ogawa alembic/core/ogawa; do
     # Of code that the compiler adds for exceptions nobody wrote a branch.
     gcovr --root . --filter "$folder/" --object-directory build/coverage --exclude-throw-branches \
         --exclude-unreachable-branches --print-summary --fail-under-line "$least_lines" \
-        --fail-under-branch "$least_branches" --output build/coverage/"${folder//\//_}".txt build/coverage || status=1
+        --fail-under-branch "$least_branches" --output build/coverage/"${folder//\//_}".txt \
+        build/coverage/alembic build/coverage/tests || status=1
 done
 ((status == 0)) || echo "coverage: below $least_lines % of the lines or $least_branches % of the branches" >&2
 exit "$status"

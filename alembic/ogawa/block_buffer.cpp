@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <new>
+#include <pthread.h>
 
 namespace Alembic::Ogawa {
 
@@ -27,25 +28,48 @@ struct ThreadBlocks
 };
 
 thread_local ThreadBlocks* thread_blocks = nullptr;
-thread_local bool thread_ends = false; // readers in static destructors outlive the blocks: they read directly
+thread_local bool thread_ends = false; // readers in other destructors outlive the blocks: they read directly
 
-struct ThreadBlocksOwner
+/// Gives a thread's blocks back at its end. A key, not an object with a destructor: registering one of those ends the
+/// program when there is no memory for it, where a key just fails.
+class ThreadEnd
 {
-    ~ThreadBlocksOwner()
+public:
+    ThreadEnd()
+        : is_made_(::pthread_key_create(&key_, give_back) == 0)
+    {
+    }
+    ~ThreadEnd()
+    {
+        if (is_made_) ::pthread_key_delete(key_); // the code that it would call goes
+    }
+    ThreadEnd(const ThreadEnd&) = delete;
+    ThreadEnd& operator=(const ThreadEnd&) = delete;
+
+    /// False when the blocks would not be given back.
+    bool note(ThreadBlocks* blocks) const { return is_made_ && ::pthread_setspecific(key_, blocks) == 0; }
+
+private:
+    static void give_back(void* blocks)
     {
         last_block = {};
-        delete thread_blocks;
+        delete static_cast<ThreadBlocks*>(blocks);
         thread_blocks = nullptr;
         thread_ends = true;
     }
+
+    pthread_key_t key_ = {};
+    const bool is_made_;
 };
 
+/// Null when there is no memory for them.
 ThreadBlocks* blocks_of_this_thread()
 {
     if (thread_blocks || thread_ends) return thread_blocks;
-    thread_local ThreadBlocksOwner owner;
-    (void)owner;
-    return thread_blocks = new (std::nothrow) ThreadBlocks;
+    static const ThreadEnd end;
+    std::unique_ptr<ThreadBlocks> blocks(new (std::nothrow) ThreadBlocks);
+    if (!blocks || !end.note(blocks.get())) return nullptr;
+    return thread_blocks = blocks.release();
 }
 
 /// Makes block `number` the one used last, and reads it if it is not there yet. False when there is no memory to keep it.

@@ -89,15 +89,6 @@ void FileWriter::append(const Bytes* parts, std::size_t part_count, std::uint64_
     }
 }
 
-/// `bytes` were appended at `position` in one call: they are in the buffer, or all of them were written.
-void FileWriter::overwrite(std::uint64_t position, const Bytes& bytes)
-{
-    if (position >= written_)
-        std::memcpy(buffer_.data() + (position - written_), bytes.data, bytes.size);
-    else
-        target_->write(position, &bytes, 1);
-}
-
 std::uint64_t FileWriter::append_data(std::initializer_list<Bytes> parts)
 {
     std::uint64_t size = 0;
@@ -137,7 +128,9 @@ std::uint64_t FileWriter::append_data(std::size_t head_size, const std::function
     const std::uint64_t entry = append_data({{placeholder.data(), placeholder.size()}, body});
     guarded([&] {
         making.get();
-        overwrite((entry & position_mask) + count_size, {head.data(), head.size()});
+        static_assert(least_body_for_thread >= write_through_size, "the block went past the buffer");
+        const Bytes bytes = {head.data(), head.size()};
+        target_->write((entry & position_mask) + count_size, &bytes, 1);
     });
     return entry;
 }

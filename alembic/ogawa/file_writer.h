@@ -64,7 +64,6 @@ private:
     void guarded(Operation operation);
     void append(const Bytes* parts, std::size_t part_count, std::uint64_t size);
     void write_buffer();
-    void overwrite(std::uint64_t position, const Bytes& bytes);
 
     std::unique_ptr<OutputTarget> target_;
     std::vector<char> buffer_;  ///< the last bytes of the container, not yet handed to the target

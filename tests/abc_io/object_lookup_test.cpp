@@ -134,7 +134,7 @@ TEST_F(ObjectLookup, InstancesOfInstancesAreListedInPartAndFoundAllTheSame)
     const std::vector<std::string> messages = log.take();
     ASSERT_EQ(messages.size(), 1u);
     EXPECT_THAT(messages[0],
-                testing::ContainsRegex("The 75 objects of .*multiply through instances: after [0-9]+ no more"));
+                testing::ContainsRegex("The objects of .*multiply through instances: after [0-9]+ no more"));
 
     deepest += "/square";
     EXPECT_FALSE(objects.contains(CoreString(deepest)));

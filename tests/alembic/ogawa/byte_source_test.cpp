@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <fstream>
 #include <sstream>
 #include <sys/stat.h>
@@ -125,6 +126,31 @@ TEST(StreamSource, AStreamThatThrowsAnswersLikeOneThatDoesNot)
             FAIL() << "the stream's own exception came through";
         },
         std::runtime_error);
+}
+
+TEST(StreamSource, AThreadWaitsForTheOnlyStream)
+{
+    struct SlowBuffer : std::stringbuf
+    {
+        using std::stringbuf::stringbuf;
+        std::atomic<bool> is_slow{false}, is_reading{false};
+        std::streamsize xsgetn(char* into, std::streamsize size) override
+        {
+            is_reading = true;
+            if (is_slow) std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            return std::stringbuf::xsgetn(into, size);
+        }
+    } buffer{counting_bytes(100)};
+    std::istream stream(&buffer);
+    const StreamSource source({&stream});
+    buffer.is_slow = true;
+    std::string first;
+    std::thread reader([&] { first = read_all(source, 0, 50); });
+    while (!buffer.is_reading)
+        std::this_thread::yield();
+    EXPECT_EQ(read_all(source, 50, 50), counting_bytes(100).substr(50));
+    reader.join();
+    EXPECT_EQ(first, counting_bytes(50));
 }
 
 TEST(StreamSource, ManyThreadsShareFewStreams)

@@ -17,8 +17,10 @@
 #include <thread>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Ogawa = Alembic::Ogawa;
 using Alembic::Util::Exception;
@@ -213,6 +215,10 @@ TEST(FileWriter, TargetsThatCannotBeUsedAreRefusedWithTheReason)
               "Could not open file: " + file.folder() + " (Is a directory)");
     ASSERT_EQ(mkfifo(file.path().c_str(), 0600), 0);
     EXPECT_THAT(error_of([&] { Ogawa::open_output_file(file.path()); }), StartsWith("Could not open file: "));
+    const int reader = open(file.path().c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(error_of([&] { Ogawa::open_output_file(file.path()); }),
+              "Could not open file: " + file.path() + " (Illegal seek)");
+    close(reader);
     EXPECT_EQ(error_of([] { Ogawa::FileWriter(Ogawa::open_output_file("/dev/full")); }),
               "Could not write file: /dev/full (No space left on device)");
 
@@ -221,6 +227,40 @@ TEST(FileWriter, TargetsThatCannotBeUsedAreRefusedWithTheReason)
     EXPECT_EQ(error_of([&] { Ogawa::open_output_stream(stream); }), "Could not use the given ostream.");
     std::ostream nowhere(nullptr);
     EXPECT_EQ(error_of([&] { Ogawa::open_output_stream(nowhere); }), "Could not use the given ostream.");
+    struct Throwing : std::stringbuf
+    {
+        bool ready = false;
+        pos_type seekoff(off_type offset, std::ios::seekdir from, std::ios::openmode mode) override
+        {
+            if (!ready) throw std::runtime_error("not seekable");
+            return std::stringbuf::seekoff(offset, from, mode);
+        }
+        std::streamsize xsputn(const char*, std::streamsize) override { throw 7; }
+    } buffer;
+    std::ostream throwing(&buffer);
+    throwing.exceptions(std::ios::badbit);
+    EXPECT_EQ(error_of([&] { Ogawa::open_output_stream(throwing); }), "Could not use the given ostream.");
+    throwing.exceptions(std::ios::goodbit);
+    throwing.clear();
+    throwing.exceptions(std::ios::badbit);
+    buffer.ready = true;
+    EXPECT_EQ(error_of([&] { Ogawa::FileWriter(Ogawa::open_output_stream(throwing)); }),
+              "Could not write to the given ostream (the stream failed)")
+        << "what is thrown need not be a std::exception";
+}
+
+TEST(OutputTarget, ManyPartsArriveOneAfterTheOther)
+{
+    ScratchFile file("parts");
+    std::vector<Ogawa::Bytes> parts(40, Ogawa::Bytes{"ab", 2});
+    parts[20].size = 0;
+    const auto target = Ogawa::open_output_file(file.path());
+    target->write(0, parts.data(), parts.size());
+    target->close();
+    std::string expected;
+    for (int i = 0; i < 39; ++i)
+        expected += "ab";
+    EXPECT_EQ(file.bytes(), expected);
 }
 
 TEST(FileWriter, TheFileSizeLimitIsAnErrorThatStays)

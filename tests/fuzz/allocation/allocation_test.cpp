@@ -19,6 +19,7 @@
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <thread>
 
 using namespace vo_fuzz;
 using namespace counted_memory;
@@ -127,6 +128,21 @@ TEST(Allocation, MayFailAnywhereWhileAnArchiveIsOpenedAndRead)
     fail_everywhere("core", 1, [&] {
         std::istringstream stream(scene);
         walk_core(Alembic::AbcCoreOgawa::ReadArchive({&stream})("bytes"));
+    });
+}
+
+TEST(Allocation, MayFailWhereAThreadReadsForTheFirstTime)
+{
+    // Too large to be kept whole: each thread has a buffer of its own, and reads without when there is none.
+    const std::string scene = small_scene() + std::string(std::size_t(1) << 20, '\0');
+    fail_everywhere("thread", 1, [&] {
+        std::thread([&] {
+            try {
+                std::istringstream stream(scene);
+                Alembic::AbcCoreOgawa::ReadArchive({&stream})("bytes")->getTop()->getNumChildren();
+            } catch (const std::exception&) {
+            }
+        }).join();
     });
 }
 
