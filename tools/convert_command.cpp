@@ -3,8 +3,7 @@
 #include "archive_copy.h"
 #include "archive_session.h"
 #include "command.h"
-#include "frame_range.h"
-#include "frame_rate.h"
+#include "frame_arguments.h"
 #include "interruption.h"
 #include "new_file.h"
 #include "text.h"
@@ -25,16 +24,16 @@ namespace {
 struct ConvertOptions
 {
     std::vector<std::string> files, objects;
-    std::string output, frames_text;
-    std::optional<FrameRange> frames;
-    std::optional<double> fps;
+    std::string output;
+    FrameArguments frames;
 };
 
 std::optional<TimeSpan> find_span(const ArchiveSession& session, const ConvertOptions& options)
 {
-    if (!options.frames) return {};
-    const double fps = options.fps ? *options.fps : find_frame_rate(session);
-    return TimeSpan{static_cast<double>(options.frames->first) / fps, static_cast<double>(options.frames->last) / fps};
+    if (!options.frames.range) return {};
+    const auto [first, last] = *options.frames.range;
+    const double fps = options.frames.get_frame_rate(session);
+    return TimeSpan{static_cast<double>(first) / fps, static_cast<double>(last) / fps};
 }
 
 /// Whether the file of that name, if there is one, is one of `files`.
@@ -80,16 +79,6 @@ void run_convert(const ConvertOptions& options)
     }
 }
 
-/// Checks what CLI11 cannot; a ParseError is wrong usage.
-void check(ConvertOptions& options)
-{
-    FrameRange frames;
-    if (options.frames_text.empty()) return;
-    if (!FrameRange::parse(options.frames_text, frames))
-        throw CLI::ValidationError("--frames", "'" + options.frames_text + "' is no range of frames, as 1-24");
-    options.frames = frames;
-}
-
 } // namespace
 
 void add_convert_command(CLI::App& program, Action& action)
@@ -100,13 +89,7 @@ void add_convert_command(CLI::App& program, Action& action)
     command->add_option("-o,--output", options->output, "Archive to write; it may be the one that is read")
         ->required()
         ->type_name("OUT");
-    CLI::Option* const frames =
-        command->add_option("--frames", options->frames_text, "Only the samples that these frames need")
-            ->type_name("A-B");
-    command->add_option("--fps", options->fps, "Frames a second; without it as the archive tells")
-        ->type_name("F")
-        ->check(CLI::PositiveNumber)
-        ->needs(frames);
+    add_frame_options(*command, options->frames, "Only the samples that these frames need");
     command
         ->add_option("--objects", options->objects,
                      "Only these objects, what is below them, what they are instances of, and all ancestors")
@@ -116,8 +99,5 @@ void add_convert_command(CLI::App& program, Action& action)
                     "  vo_abc convert old_hdf5.abc -o new.abc\n"
                     "  vo_abc convert base.abc changes.abc -o flat.abc\n"
                     "  vo_abc convert walk.abc -o part.abc --frames 10-20 --objects /root/body /root/camera");
-    command->callback([options, &action] {
-        check(*options);
-        action = [options] { run_convert(*options); };
-    });
+    command->callback([options, &action] { action = [options] { run_convert(*options); }; });
 }

@@ -2,6 +2,7 @@
 #include "archive_arguments.h"
 #include "archive_difference.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "findings.h"
 
@@ -47,8 +48,10 @@ void add_diff_command(CLI::App& program, Action& action)
     command->add_option("B", options->second, "The other one")->required()->type_name("");
     command->add_option("--tolerance", options->tolerance, "Numbers that are no further apart are the same")
         ->type_name("T")
-        ->check(CLI::NonNegativeNumber);
-    command->add_option("--limit", options->limit, "Printed samples of each property; without it 5")->type_name("N");
+        ->check(non_negative_number());
+    command->add_option("--limit", options->limit, "Printed samples of each property; without it 5")
+        ->type_name("N")
+        ->check(whole_number(0));
     command->add_flag("--quiet", options->is_quiet, "Print no differences");
     add_json_option(*command, options->is_json);
     command->footer("Compared are objects, metadata, instances, properties, their types and times, and every sample's\n"

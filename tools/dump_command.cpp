@@ -1,6 +1,7 @@
 /// vo_abc dump: all about one object at a time.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "object_description.h"
 #include "object_walk.h"
@@ -259,7 +260,9 @@ void add_dump_command(CLI::App& program, Action& action)
         ->required()
         ->expected(2, CLI::detail::expected_max_vector_size)
         ->type_name("OBJECT");
-    command->add_option("--time", options->time, "Seconds; without it the start of the archive")->type_name("T");
+    command->add_option("--time", options->time, "Seconds; without it the start of the archive")
+        ->type_name("T")
+        ->check(finite_number());
     add_json_option(*command, options->is_json);
     command->footer("Matrices are for column vectors: the translation is the last column. Angles are degrees; focal\n"
                     "length, apertures and film offsets of cameras are metres, all else is as stored.\n"

@@ -1,9 +1,9 @@
 /// vo_abc export: geometry at a time, as OBJ or PLY files.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
-#include "frame_range.h"
-#include "frame_rate.h"
+#include "frame_arguments.h"
 #include "obj_writer.h"
 #include "object_walk.h"
 #include "ply_writer.h"
@@ -25,9 +25,9 @@ namespace {
 struct ExportOptions
 {
     std::vector<std::string> files;
-    std::string output, object, frames_text;
-    std::optional<double> time, fps;
-    std::optional<FrameRange> frames;
+    std::string output, object;
+    std::optional<double> time;
+    FrameArguments frames;
     bool is_local = false, is_visible_only = false, is_ascii = false, is_ply = false;
 };
 
@@ -75,7 +75,7 @@ public:
         , options_(options)
         , list_(list)
         , total_count_(static_cast<double>(list.items.size()) *
-                       static_cast<double>(options.frames ? options.frames->get_count() : 1))
+                       static_cast<double>(options.frames.range ? options.frames.range->get_count() : 1))
     {
     }
 
@@ -177,9 +177,9 @@ std::string write_files(const ArchiveSession& session, const ExportOptions& opti
 {
     Exporter exporter(session, options, list);
     std::string where = options.output;
-    if (options.frames) {
-        const double fps = options.fps ? *options.fps : find_frame_rate(session);
-        const auto [first, last] = *options.frames;
+    if (options.frames.range) {
+        const double fps = options.frames.get_frame_rate(session);
+        const auto [first, last] = *options.frames.range;
         for (std::int64_t frame = first; frame <= last; ++frame)
             exporter.write(make_frame_path(options.output, frame), static_cast<double>(frame) / fps);
         where = make_frame_path(options.output, first);
@@ -209,11 +209,6 @@ void check(ExportOptions& options)
     if (extension != ".obj" && extension != ".ply")
         throw CLI::ValidationError("--output", "the name must end in .obj (meshes and curves) or .ply (points)");
     options.is_ply = extension == ".ply";
-    FrameRange frames;
-    if (options.frames_text.empty()) return;
-    if (!FrameRange::parse(options.frames_text, frames))
-        throw CLI::ValidationError("--frames", "'" + options.frames_text + "' is no range of frames, as 1-24");
-    options.frames = frames;
 }
 
 } // namespace
@@ -229,15 +224,10 @@ void add_export_command(CLI::App& program, Action& action)
     command->add_option("--object", options->object, "Full name of an object: it alone, and what is below it")
         ->type_name("PATH");
     CLI::Option* const time =
-        command->add_option("--time", options->time, "Seconds; without it the start of the archive")->type_name("T");
-    CLI::Option* const frames =
-        command->add_option("--frames", options->frames_text, "One file for each frame, named OUT with its number")
-            ->type_name("A-B");
-    command->add_option("--fps", options->fps, "Frames a second; without it as the archive tells")
-        ->type_name("F")
-        ->check(CLI::PositiveNumber)
-        ->needs(frames);
-    time->excludes(frames);
+        command->add_option("--time", options->time, "Seconds; without it the start of the archive")
+            ->type_name("T")
+            ->check(finite_number());
+    time->excludes(add_frame_options(*command, options->frames, "One file for each frame, named OUT with its number"));
     command->add_flag("--local", options->is_local, "Leave the transforms of objects out");
     command->add_flag("--visible", options->is_visible_only, "Leave hidden objects out");
     command->add_flag("--ascii", options->is_ascii, "Write PLY as text");

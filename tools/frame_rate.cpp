@@ -20,9 +20,12 @@ double find_apparent_frame_rate(Alembic::Abc::IArchive& archive)
 {
     // The default sampling comes last: it is there in every archive, used or not.
     const std::uint32_t sampling_count = archive.getNumTimeSamplings();
-    for (std::uint32_t i = 1; i <= sampling_count; ++i)
-        if (const TimeSamplingInfo sampling(archive, i % sampling_count);
-            sampling.max_sample_count > 1 && sampling.frame_rate > 0.0)
-            return sampling.frame_rate;
-    return 0.0;
+    double still_rate = 0.0; // of samplings that nothing moves on
+    for (std::uint32_t i = 1; i <= sampling_count; ++i) {
+        const TimeSamplingInfo sampling(archive, i % sampling_count);
+        if (!sampling.tells_frame_rate()) continue;
+        if (sampling.max_sample_count > 1) return sampling.frame_rate;
+        if (still_rate == 0.0) still_rate = sampling.frame_rate;
+    }
+    return still_rate;
 }

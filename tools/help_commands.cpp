@@ -1,4 +1,5 @@
 /// vo_abc completion and vo_abc man: the program's help in other forms.
+#include "argument_checks.h"
 #include "command.h"
 #include "command_help.h"
 
@@ -14,7 +15,7 @@ void add_completion_command(CLI::App& program, Action& action)
     command->add_option("SHELL", *shell, "bash, zsh or fish")
         ->required()
         ->type_name("")
-        ->check(CLI::IsMember(get_completion_shells()).description(""));
+        ->check(one_of(get_completion_shells()));
     command->footer("Examples:\n"
                     "  source <(vo_abc completion bash)\n"
                     "  vo_abc completion fish > ~/.config/fish/completions/vo_abc.fish");

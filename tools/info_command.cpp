@@ -33,7 +33,7 @@ struct ArchiveInfo
     std::string application, library_version, date, description;
     std::uint32_t library_version_number = 0; ///< 10000 major + 100 minor + patch
     double fps = 0.0;                         ///< as stored by the application; 0: it did not
-    double apparent_fps = 0.0;                ///< as the samples look like; 0: no telling
+    double apparent_fps = 0.0;                ///< as the samplings look like; 0: no telling
     std::vector<std::pair<std::string, std::string>> other_metadata;
     std::vector<TimeSamplingInfo> samplings;
     bool has_times = false;
@@ -99,6 +99,14 @@ std::string describe_counts(const ArchiveInfo& info)
     return text.empty() ? "none" : text;
 }
 
+std::string describe_frame_rate(const ArchiveInfo& info)
+{
+    if (info.fps > 0.0) return fmt::format("{:.6g} a second", info.fps);
+    if (info.apparent_fps > 0.0)
+        return fmt::format("not stored; the samplings look like {:.6g} a second", info.apparent_fps);
+    return "not stored, and no sampling tells it";
+}
+
 void print_info(const ArchiveInfo& info)
 {
     std::vector<std::pair<std::string, std::string>> rows;
@@ -109,11 +117,7 @@ void print_info(const ArchiveInfo& info)
     rows.emplace_back("library", info.library_version);
     rows.emplace_back("written", info.date);
     rows.emplace_back("description", info.description);
-    if (info.fps > 0.0)
-        rows.emplace_back("frame rate", fmt::format("{:.6g} a second", info.fps));
-    else if (info.apparent_fps > 0.0)
-        rows.emplace_back("frame rate",
-                          fmt::format("not stored; the samples look like {:.6g} a second", info.apparent_fps));
+    rows.emplace_back("frame rate", describe_frame_rate(info));
     for (const auto& [key, value] : info.other_metadata)
         rows.emplace_back(key, value);
     rows.emplace_back("time", info.has_times ? time_range(info.start_time, info.end_time) : "no samples");

@@ -1,6 +1,7 @@
 /// vo_abc keys: the data keys of an archive's geometry.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "object_description.h"
 #include "object_walk.h"
@@ -91,7 +92,7 @@ void add_keys_command(CLI::App& program, Action& action)
     command->add_option("FILES", options->arguments, "The archive's files, then full names of objects; without: all")
         ->required()
         ->type_name("[OBJECT...]");
-    command->add_option("--time", options->time, "Seconds; without it 0")->type_name("T");
+    command->add_option("--time", options->time, "Seconds; without it 0")->type_name("T")->check(finite_number());
     add_json_option(*command, options->is_json);
     command->footer("Meshes, curves and points have keys; bounds and user properties do not count. Files end in .abc,\n"
                     "what follows them are objects.\n"

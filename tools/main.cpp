@@ -28,6 +28,18 @@ int finish()
     return fail("standard output: cannot be written. Is the disk full?");
 }
 
+bool has_command(const CLI::App& program, const std::string& name)
+{
+    const auto is_named = [&](const CLI::App* command) { return command->check_name(name); };
+    return !program.get_subcommands(std::function<bool(const CLI::App*)>(is_named)).empty();
+}
+
+int refuse_command(const std::string& name)
+{
+    print_message(printable("there is no command '" + name + "'. 'vo_abc --help' lists them."));
+    return exit_usage;
+}
+
 int run(const Action& action)
 {
     try {
@@ -68,6 +80,7 @@ int main(int argc, char** argv)
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        if (argc > 1 && argv[1][0] != '-' && !has_command(program, argv[1])) return refuse_command(argv[1]);
         return program.exit(error) == 0 ? 0 : exit_usage;
     }
     return run(action);

@@ -1,9 +1,9 @@
 /// vo_abc render: pictures of an archive.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
-#include "frame_range.h"
-#include "frame_rate.h"
+#include "frame_arguments.h"
 #include "output_file.h"
 #include "render/contact_sheet.h"
 #include "render/frame_renderer.h"
@@ -14,7 +14,6 @@
 #include <vo_app_base/app_progress_bar.h>
 
 #include <charconv>
-#include <cmath>
 #include <filesystem>
 #include <memory>
 
@@ -28,9 +27,9 @@ constexpr ImageSize default_size = {1280, 720}, default_sheet_size = {480, 270};
 struct RenderArguments
 {
     std::vector<std::string> files;
-    std::string output, frames_text, size_text;
-    std::optional<double> time, fps;
-    std::optional<FrameRange> frames;
+    std::string output, size_text;
+    std::optional<double> time;
+    FrameArguments frames;
     std::optional<int> sheet_count;
     RenderOptions options;
 };
@@ -118,11 +117,12 @@ void run_render(const RenderArguments& arguments)
     std::string summary;
     if (arguments.sheet_count) {
         summary = render_sheet(session, arguments);
-    } else if (arguments.frames) {
-        const double fps = arguments.fps ? *arguments.fps : find_frame_rate(session);
+    } else if (arguments.frames.range) {
+        const auto [first, last] = *arguments.frames.range;
+        const double fps = arguments.frames.get_frame_rate(session);
         std::vector<std::string> paths;
         std::vector<double> times;
-        for (std::int64_t frame = arguments.frames->first; frame <= arguments.frames->last; ++frame) {
+        for (std::int64_t frame = first; frame <= last; ++frame) {
             paths.push_back(make_frame_path(arguments.output, frame));
             times.push_back(static_cast<double>(frame) / fps);
         }
@@ -157,15 +157,6 @@ void check(RenderArguments& arguments)
                                                              arguments.size_text, max_side, max_side));
         arguments.options.size = size;
     }
-    FrameRange frames;
-    if (!arguments.frames_text.empty()) {
-        if (!FrameRange::parse(arguments.frames_text, frames))
-            throw CLI::ValidationError("--frames", "'" + arguments.frames_text + "' is no range of frames, as 1-24");
-        arguments.frames = frames;
-    }
-    const RenderOptions& options = arguments.options;
-    for (const double number : {options.shutter, options.azimuth, options.elevation, arguments.time.value_or(0.0)})
-        if (!std::isfinite(number)) throw CLI::ValidationError("a number is not finite");
 }
 
 void add_picture_options(CLI::App& command, RenderArguments& arguments)
@@ -176,32 +167,32 @@ void add_picture_options(CLI::App& command, RenderArguments& arguments)
                                                  {"uv", Shade::UV},
                                                  {"group", Shade::GROUP},
                                                  {"velocity", Shade::VELOCITY}};
-    command.add_option("--shade", options.shade, "clay, normal, uv, group or velocity; without it clay")
-        ->type_name("MODE")
-        ->transform(CLI::CheckedTransformer(shades).description(""));
+    add_choice(command, "--shade", options.shade, shades, "clay, normal, uv, group or velocity; without it clay")
+        ->type_name("MODE");
     command.add_option("--size", arguments.size_text, "Pixels of each picture; without it 1280x720")->type_name("WxH");
     command.add_option("--samples", options.sample_count, "Rays for each pixel; without it 16")
         ->type_name("N")
-        ->check(CLI::Range(1u, 65536u).description(""));
+        ->check(whole_number(1, 65536));
     command.add_option("--shutter", options.shutter, "Seconds of motion blur, half of them before the time")
         ->type_name("S")
-        ->check(CLI::NonNegativeNumber.description(""));
+        ->check(non_negative_number());
     CLI::Option* const camera =
         command.add_option("--camera", options.camera, "Full name of a camera of the archive, or of its transform")
             ->type_name("PATH");
     command.add_option("--azimuth", options.azimuth, "Degrees that the view without camera stands right of the front")
         ->type_name("DEG")
+        ->check(finite_number())
         ->excludes(camera);
     command.add_option("--elevation", options.elevation, "Degrees that it stands above the horizon")
         ->type_name("DEG")
-        ->check(CLI::Range(-90.0, 90.0).description(""))
+        ->check(number_between(-90.0, 90.0))
         ->excludes(camera);
     command.add_option("--point-width", options.point_width, "Width of points, archive units")
         ->type_name("W")
-        ->check(CLI::PositiveNumber.description(""));
+        ->check(positive_number());
     command.add_option("--curve-width", options.curve_width, "Width of curves that have none, archive units")
         ->type_name("W")
-        ->check(CLI::PositiveNumber.description(""));
+        ->check(positive_number());
     command.add_flag("--transparent", options.is_transparent, "Leave what is behind the objects transparent");
 }
 
@@ -216,18 +207,15 @@ void add_render_command(CLI::App& program, Action& action)
     command->add_option("--object", arguments->options.object, "Full name of an object: it alone, and what is below it")
         ->type_name("PATH");
     CLI::Option* const time =
-        command->add_option("--time", arguments->time, "Seconds; without it the start of the archive")->type_name("T");
+        command->add_option("--time", arguments->time, "Seconds; without it the start of the archive")
+            ->type_name("T")
+            ->check(finite_number());
     CLI::Option* const frames =
-        command->add_option("--frames", arguments->frames_text, "One file for each frame, named OUT with its number")
-            ->type_name("A-B")
-            ->excludes(time);
-    command->add_option("--fps", arguments->fps, "Frames a second; without it as the archive tells")
-        ->type_name("F")
-        ->check(CLI::PositiveNumber)
-        ->needs(frames);
+        add_frame_options(*command, arguments->frames, "One file for each frame, named OUT with its number");
+    frames->excludes(time);
     command->add_option("--sheet", arguments->sheet_count, "One file with N pictures over the time of the archive")
         ->type_name("N")
-        ->check(CLI::Range(1, max_sheet_count).description(""))
+        ->check(whole_number(1, max_sheet_count))
         ->excludes(time)
         ->excludes(frames);
     add_picture_options(*command, *arguments);

@@ -2,6 +2,7 @@
 #include "archive_arguments.h"
 #include "archive_session.h"
 #include "archive_size.h"
+#include "argument_checks.h"
 #include "command.h"
 
 #include <fmt/format.h>
@@ -97,10 +98,12 @@ void add_size_command(CLI::App& program, Action& action)
     const auto options = std::make_shared<SizeOptions>();
     CLI::App* const command = program.add_subcommand("size", "Where the bytes of an archive go, and what would shrink");
     add_files_argument(*command, options->files);
-    command->add_option("--by", options->unit, "object, property or sample; what a line counts, without it property")
-        ->transform(CLI::CheckedTransformer(unit_names).description(""))
+    add_choice(*command, "--by", options->unit, unit_names,
+               "object, property or sample; what a line counts, without it property")
         ->type_name("UNIT");
-    command->add_option("--limit", options->limit, "Printed lines; without it 20")->type_name("N");
+    command->add_option("--limit", options->limit, "Printed lines; without it 20")
+        ->type_name("N")
+        ->check(whole_number(0));
     add_json_option(*command, options->is_json);
     command->footer(
         "A sample that is the same in several places is stored once, and counted for the first of them. How\n"

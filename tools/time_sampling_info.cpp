@@ -22,7 +22,7 @@ double mean_distance(const TimeSamplingInfo& info, std::uint32_t samples_per_cyc
 
 std::string describe_rate(double rate)
 {
-    return rate > 0.0 ? fmt::format(", looks like {:.6g} a second", rate) : "";
+    return fmt::format(", looks like {:.6g} a second", rate);
 }
 
 } // namespace
@@ -57,14 +57,20 @@ TimeSamplingInfo::TimeSamplingInfo(IArchive& archive, std::uint32_t sampling_ind
     frame_rate = guess_frame_rate(mean_distance(*this, type.getNumSamplesPerCycle()));
 }
 
+bool TimeSamplingInfo::tells_frame_rate() const
+{
+    if (max_sample_count > 1) return frame_rate > 0.0;
+    return index > 0 && std::find(std::begin(usual_rates), std::end(usual_rates), frame_rate) != std::end(usual_rates);
+}
+
 std::string TimeSamplingInfo::describe() const
 {
     const std::string samples =
         max_sample_count < 0 ? "number of samples unknown"
                              : "at most " + counted(static_cast<std::size_t>(max_sample_count), "sample", "samples");
-    // The default sampling of an archive is nobody's frame rate.
+    // The default sampling of an archive is nobody's frame rate, however many samples use it.
     return fmt::format("{}: {}, {}, {}{}", index, kind, samples, time_range(start_time, end_time),
-                       index == 0 ? "" : describe_rate(frame_rate));
+                       index > 0 && tells_frame_rate() ? describe_rate(frame_rate) : "");
 }
 
 Json TimeSamplingInfo::to_json() const

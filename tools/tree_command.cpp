@@ -1,6 +1,7 @@
 /// vo_abc tree: the objects of an archive, how they move and whether they show.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "object_description.h"
 #include "object_walk.h"
@@ -133,7 +134,7 @@ void add_tree_command(CLI::App& program, Action& action)
         program.add_subcommand("tree", "The objects of an archive, how they move, whether they show");
     add_files_argument(*command, options->files);
     command->add_option("--object", options->object, "Full name of the object to start from")->type_name("PATH");
-    command->add_option("--depth", options->depth, "Levels below the start")->check(CLI::NonNegativeNumber);
+    command->add_option("--depth", options->depth, "Levels below the start")->type_name("N")->check(whole_number(0));
     add_json_option(*command, options->is_json);
     command->footer("Examples:\n"
                     "  vo_abc tree walk.abc\n"

@@ -1,6 +1,7 @@
 /// vo_abc watch: an archive that other programs write, and what each of its versions changes.
 #include "archive_arguments.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "object_description.h"
 #include "object_walk.h"
@@ -173,10 +174,10 @@ void add_watch_command(CLI::App& program, Action& action)
     CLI::App* const command = program.add_subcommand("watch", "What changes in an archive that is being rewritten");
     add_files_argument(*command, options->files);
     command->add_option("--interval", options->interval, "Seconds between two looks at the files")
-        ->check(CLI::Range(0.01, 3600.0))
+        ->check(number_between(0.01, 3600.0))
         ->type_name("S");
     command->add_option("--for", options->time_limit, "Stop after so many seconds")
-        ->check(CLI::NonNegativeNumber)
+        ->check(non_negative_number())
         ->type_name("S");
     command->add_flag("--yes", options->answers_yes, "Reload changed files without asking");
     command->add_flag("--once", options->is_once, "Stop after the first change that was read");

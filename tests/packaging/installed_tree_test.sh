@@ -8,11 +8,17 @@ trap 'rm -rf "$work"' EXIT
 fail() { echo "installed tree: $*" >&2; exit 1; }
 quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "failed: $*"; }; }
 
+# page_lines N PREFIX: the commands of the page's Nth console block, for this build and that prefix instead of /opt.
+page_lines() {
+    awk -v n="$1" '/^```console$/ { ++i; next } /^```/ { if (i == n) exit } i == n && /^\$ / { print substr($0, 3) }' \
+        "$source/docs/embedding.md" | sed "s|/opt/vo_abc_io|$2|g; s|build/release|$build|g"
+}
 # block LANGUAGE: the first code block of that language in the page.
 block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/{//!p;/^\`\`\`\$/q}" "$source/docs/embedding.md"; }
 
-quietly cmake --install "$build" --prefix "$work/first"
-mv "$work/first" "$work/moved"
+[[ $(grep -c '^```console$' "$source/docs/embedding.md") == 3 ]] || fail "the page has other blocks of commands than these"
+quietly bash -euc "$(page_lines 1 "$work/first")"
+mv "$work/first" "$work/moved" # an installed tree may be moved
 prefix=$work/moved
 sample=$source/samples/showcase.abc
 expected=$(sed -n '/^\$ build\/host /{n;p;q}' "$source/docs/embedding.md")
@@ -22,17 +28,16 @@ mkdir "$work/host"
 cd "$work/host"
 block cpp >main.cpp
 block cmake >CMakeLists.txt
-quietly cmake -G Ninja -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror"
-quietly cmake --build build
-printed=$(build/host "$sample" /scene/ring/ringShape)
-[[ $printed == "$expected" ]] || fail "the program printed '$printed', the page says '$expected'"
+ln -s "$source/samples" samples
+export CXXFLAGS="-Wall -Wextra -Werror"
+quietly bash -euc "$(page_lines 2 "$prefix")"
+[[ $(tail -n 1 "$work/log") == "$expected" ]] || fail "the program printed '$(tail -n 1 "$work/log")', the page says '$expected'"
 build/host "$sample" /scene/nobody >log 2>&1 && fail "a mesh that is not there was loaded"
 ldd build/host | grep -E 'libvo_|libAlembic' | grep -v "$prefix" && fail "libraries are taken from elsewhere"
 
 if command -v pkg-config >/dev/null; then
-    export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
-    quietly "${CXX:-c++}" -std=c++17 main.cpp $(pkg-config --cflags --libs vo_abc_io) -o with_pkg_config
-    [[ $(./with_pkg_config "$sample" /scene/ring/ringShape) == "$expected" ]] || fail "built with pkg-config, it differs"
+    quietly bash -euc "$(page_lines 3 "$prefix")"
+    [[ $(./host "$sample" /scene/ring/ringShape) == "$expected" ]] || fail "built with pkg-config, it differs"
 fi
 
 # Beside an Alembic of another make nothing is installed, and none is mixed in.

@@ -160,6 +160,21 @@ TEST_F(BrokenInput, WrongUsageIsStatusTwo)
         EXPECT_NE(run.errors, "") << testing::PrintToString(arguments);
         EXPECT_EQ(run.output, "") << testing::PrintToString(arguments);
     }
+    for (const std::vector<std::string>& refused :
+         std::vector<std::vector<std::string>>{{"no-such-command", "there is no command 'no-such-command'"},
+                                               {"diff", archive, archive, "--tolerance", "nan", "'nan' is no number"},
+                                               {"diff", archive, archive, "--tolerance", "inf", "'inf' is no number"},
+                                               {"diff", archive, archive, "--tolerance", "-1", "number of 0 or more"},
+                                               {"dump", archive, "/body", "--time", "1e999", "'1e999' is no number"},
+                                               {"watch", archive, "--for", "nan", "'nan' is no number of 0 or more"},
+                                               {"check", archive, "--limit", "-1", "'-1' is no whole number"},
+                                               {"render", archive, "-o", "x.png", "--shade", "gold",
+                                                "'gold' is none of clay, group, normal, uv, velocity"},
+                                               {"size", archive, "--by", "1", "'1' is none of object, property"}}) {
+        const ToolRun run = run_tool({refused.begin(), refused.end() - 1});
+        EXPECT_EQ(run.status, 2) << testing::PrintToString(refused);
+        EXPECT_THAT(run.errors, HasSubstr(refused.back()));
+    }
     for (const char* const command : {"info", "tree", "export", "dump"}) {
         const ToolRun help = run_tool({command, "--help"});
         EXPECT_EQ(help.status, 0);

@@ -61,6 +61,18 @@ TEST_F(Check, ASoundArchiveHasNothingSuspicious)
     EXPECT_EQ(run.output, "nothing suspicious\n");
 }
 
+TEST_F(Check, WhatCannotBeOpenedIsAnErrorInJsonToo)
+{
+    write_file(file_.path(), "no archive");
+    const ToolRun run = run_tool({"check", file_.path(), "--json"});
+    const json result = json::parse(run.output);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(result["errors"], 1);
+    ASSERT_EQ(result["findings"].size(), 1u);
+    EXPECT_EQ(result["findings"][0]["severity"], "error");
+    EXPECT_THAT(result["findings"][0]["what"].get<std::string>(), HasSubstr(file_.path()));
+}
+
 TEST_F(Check, MeshesWhosePartsDoNotFit)
 {
     const auto mesh = [](const Points& points, const Ints& indices, const Ints& counts) {

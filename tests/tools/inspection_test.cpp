@@ -102,6 +102,24 @@ TEST_F(Inspection, InfoTellsMetadataTimesAndCounts)
     EXPECT_EQ(run.errors, "");
 }
 
+TEST(Inspecting, TheFrameRateIsThatOfSeveralSamplesElseAUsualOneOfASampling)
+{
+    // Times of samples on three samplings: the first rate is unusual, the second usual, the third of what moves.
+    const auto find_rate = [](const std::vector<float>& moving_sizes, double still_step) {
+        const ScratchFile file("rates.abc");
+        write_archive(file.path(), [&](AbcG::OObject top) {
+            const auto sampling = [](double step) { return std::make_shared<AbcG::TimeSampling>(step, 1.0); };
+            add_square(top, "odd", {1}, sampling(1.0 / 7.0));
+            add_square(top, "still", {1}, sampling(still_step));
+            add_square(top, "moving", moving_sizes, sampling(1.0 / 30.0));
+        });
+        return run_json({"info", file.path()})["apparent_frames_per_second"];
+    };
+    EXPECT_EQ(find_rate({1, 2}, 1.0 / 24.0), 30.0);
+    EXPECT_EQ(find_rate({1}, 1.0 / 24.0), 24.0);
+    EXPECT_EQ(find_rate({1}, 1.0 / 7.0), 30.0);
+}
+
 TEST_F(Inspection, TreeTellsKindsSamplesAndInheritedVisibility)
 {
     const json tree = run_json({"tree", archive_.path()});

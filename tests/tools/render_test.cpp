@@ -270,6 +270,32 @@ TEST_F(Render, CurvesAndPointsHaveTheirWidths)
     EXPECT_NEAR(count_covered(see({"--point-width", "4"})), 3.1416 * radius * radius, 0.08 * 3.1416 * radius * radius);
 }
 
+TEST_F(Render, ThreadsFinerThanAPixelAreSeenWhereverTheyAre)
+{
+    // Two long threads, the second twice as far away, and one behind the camera. A pixel is 10 / 64 units at the first.
+    const auto find_cover = [&](float width) {
+        write([&](AbcG::OObject top) {
+            const Points points = {{-4, 1, 0}, {4, 1, 0}, {-4, -1, -10}, {4, -1, -10}, {-4, 0, 20}, {4, 0, 20}};
+            const std::vector<float> widths = {width};
+            const Ints counts = {2, 2, 2};
+            AbcG::OCurves(top, "curves")
+                .getSchema()
+                .set(AbcG::OCurvesSchema::Sample(
+                    AbcG::P3fArraySample(points), counts, AbcG::kLinear, AbcG::kNonPeriodic,
+                    AbcG::OFloatGeomParam::Sample(AbcG::FloatArraySample(widths), AbcG::kConstantScope)));
+        });
+        const PngFile picture = see({"--samples", "64"});
+        double cover = 0.0;
+        for (const Color& pixel : picture.pixels)
+            cover += pixel[3] / 255.0;
+        return cover;
+    };
+    const double one_pixel = 8.0 / 10.0 * side + 4.0 / 10.0 * side; // of each length, a pixel wide
+    EXPECT_NEAR(find_cover(1e-6f), one_pixel, 0.1 * one_pixel);
+    EXPECT_NEAR(find_cover(5.0f * 10.0f / side), (5.0 * 0.8 + 2.5 * 0.4) * side, 0.1 * 5.0 * side);
+    EXPECT_EQ(find_cover(0.0f), 0.0); // no width is no thread
+}
+
 TEST_F(Render, SheetsAndFramesHaveTheSizesAskedFor)
 {
     const ScratchFile output("walk.png");

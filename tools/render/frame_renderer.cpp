@@ -13,9 +13,15 @@ namespace {
 
 constexpr std::size_t max_looked_at = 9; // pictures that the automatic view is made for
 // Radii of the scene.
-constexpr float curve_width = 0.004f;
-constexpr float min_point_width = 0.002f, max_point_width = 0.03f; // the first is about a pixel
-constexpr float dense_point_width = 0.12f;                         // by the root of their number: many points are small
+constexpr float min_width = 0.002f; // about a pixel
+constexpr float max_point_width = 0.03f, max_curve_width = 0.012f;
+constexpr float dense_width = 0.12f; // by the root of their number: many are small
+
+/// Of one of `count` points or curves.
+float find_width(std::size_t count, float max_width)
+{
+    return std::clamp(dense_width / std::sqrt(static_cast<float>(count)), min_width, max_width);
+}
 
 /// The first, the last, and what lies evenly between.
 std::vector<double> choose_times(const std::vector<double>& times)
@@ -60,16 +66,16 @@ void FrameRenderer::find_view(const std::vector<double>& times, const Progress& 
 void FrameRenderer::find_default_widths(const WorldScene& scene)
 {
     const float radius = measure(scene).radius;
-    std::size_t point_count = 1;
+    std::size_t point_count = 1, curve_count = 1;
     for (const WorldPoints& points : scene.points)
         point_count += points.is_usable.size();
-    const float dense = dense_point_width / std::sqrt(static_cast<float>(point_count));
-    const float point_width = std::clamp(dense, min_point_width, max_point_width);
+    for (const WorldCurves& object : scene.curves)
+        curve_count += object.curves.vertex_counts.get_count();
     const auto choose = [](const std::optional<double>& asked, float found, float before) {
         return asked ? static_cast<float>(*asked) : std::max(found, before);
     };
-    widths_.points = choose(options_.point_width, radius * point_width, widths_.points);
-    widths_.curves = choose(options_.curve_width, radius * curve_width, widths_.curves);
+    widths_.points = choose(options_.point_width, radius * find_width(point_count, max_point_width), widths_.points);
+    widths_.curves = choose(options_.curve_width, radius * find_width(curve_count, max_curve_width), widths_.curves);
 }
 
 WorldScene FrameRenderer::gather(double time)
@@ -88,7 +94,8 @@ Image FrameRenderer::render(double time, const Progress& on_progress)
         view = make_camera_view(session_, options_.camera, {time, options_.shutter}, size);
     }
     const SceneMeasures measures = measure(scene);
-    const TraceScene traced(std::move(scene), widths_);
+    const auto pixel_width = [&](const Vec3& place) { return view.get_pixel_width(place, *size_); };
+    const TraceScene traced(std::move(scene), widths_, pixel_width);
     if (traced.is_empty() && !std::exchange(has_warned_, true))
         ToolLog::write(session_.error("there is nothing to see at " + seconds(time) + ".").what());
     const Shading shading(traced, measures, options_.shade, view);

@@ -24,7 +24,7 @@ void set_ray(const Ray& ray, RTCRay& out)
 
 } // namespace
 
-TraceScene::TraceScene(WorldScene scene, const DefaultWidths& widths)
+TraceScene::TraceScene(WorldScene scene, const DefaultWidths& widths, const PixelWidth& pixel_width)
     : device_(rtcNewDevice(nullptr))
 {
     if (!device_) check();
@@ -34,7 +34,7 @@ TraceScene::TraceScene(WorldScene scene, const DefaultWidths& widths)
         add(mesh.is_subdivision ? trace_subdivision(device_.get(), std::move(mesh))
                                 : trace_polygons(device_.get(), std::move(mesh)));
     for (WorldCurves& curves : scene.curves)
-        add(trace_curves(device_.get(), std::move(curves), widths));
+        add(trace_curves(device_.get(), std::move(curves), widths, pixel_width));
     for (WorldPoints& points : scene.points)
         add(trace_points(device_.get(), std::move(points), widths));
     rtcCommitScene(scene_.get());

@@ -27,7 +27,7 @@ class TraceScene
 {
 public:
     /// `widths` stand in for those that the archive does not tell. Throws std::runtime_error when the ray tracer fails.
-    TraceScene(WorldScene scene, const DefaultWidths& widths);
+    TraceScene(WorldScene scene, const DefaultWidths& widths, const PixelWidth& pixel_width);
 
     /// Whether there is nothing to hit.
     bool is_empty() const { return geometries_.empty(); }

@@ -72,7 +72,7 @@ private:
 class TracedCurves : public TracedGeometry
 {
 public:
-    TracedCurves(RTCDevice device, WorldCurves object, float default_radius)
+    TracedCurves(RTCDevice device, WorldCurves object, float default_radius, const PixelWidth& pixel_width)
         : object_(std::move(object))
         , parts_(find_curve_segments(object_.curves))
         , color_(make_name_color(object_.path))
@@ -86,7 +86,7 @@ public:
         create(device, parts_.is_cubic ? RTC_GEOMETRY_TYPE_ROUND_BEZIER_CURVE : RTC_GEOMETRY_TYPE_ROUND_LINEAR_CURVE,
                object_.positions.size());
         for (unsigned int step = 0; step < object_.positions.size(); ++step)
-            add_vertices(step, radii);
+            add_vertices(step, radii, pixel_width);
         auto* indices = add_buffer<unsigned int>(RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT, parts_.segments.size());
         for (const CurveSegment& segment : parts_.segments)
             *indices++ = segment.first_vertex;
@@ -134,13 +134,14 @@ private:
                               parts_.segments.end());
     }
 
-    void add_vertices(unsigned int step, const std::vector<float>& radii)
+    void add_vertices(unsigned int step, const std::vector<float>& radii, const PixelWidth& pixel_width)
     {
         auto* vertices =
             add_buffer<std::array<float, 4>>(RTC_BUFFER_TYPE_VERTEX, step, RTC_FORMAT_FLOAT4, parts_.vertices.size());
         for (std::size_t i = 0; i < parts_.vertices.size(); ++i) {
             const Vec3 position = parts_.vertices[i].of(object_.positions[step]);
-            vertices[i] = {position.x, position.y, position.z, std::max(parts_.widths[i].of(radii), 0.0f)};
+            const float radius = std::max(parts_.widths[i].of(radii), 0.5f * pixel_width(position));
+            vertices[i] = {position.x, position.y, position.z, radius};
         }
     }
 
@@ -177,7 +178,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths)
+std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths,
+                                             const PixelWidth& pixel_width)
 {
-    return std::make_unique<TracedCurves>(device, std::move(curves), 0.5f * widths.curves);
+    return std::make_unique<TracedCurves>(device, std::move(curves), 0.5f * widths.curves, pixel_width);
 }

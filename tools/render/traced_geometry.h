@@ -7,6 +7,7 @@
 #include <embree3/rtcore.h>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <new>
 #include <string>
@@ -27,6 +28,9 @@ struct DefaultWidths
 {
     float points = 0.0f, curves = 0.0f;
 };
+
+/// How wide a pixel is at a place in the world, archive units; 0 behind the view.
+using PixelWidth = std::function<float(const Vec3& place)>;
 
 class TracedGeometry
 {
@@ -80,5 +84,7 @@ bool can_subdivide(const WorldMesh& mesh);
 /// Each makes the geometry of one object. Throws std::bad_alloc.
 std::unique_ptr<TracedGeometry> trace_polygons(RTCDevice device, WorldMesh mesh);
 std::unique_ptr<TracedGeometry> trace_subdivision(RTCDevice device, WorldMesh mesh);
-std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths);
+/// Threads are at least a pixel wide wherever they have a width at all: finer ones would be lost between the rays.
+std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths,
+                                             const PixelWidth& pixel_width);
 std::unique_ptr<TracedGeometry> trace_points(RTCDevice device, WorldPoints points, const DefaultWidths& widths);

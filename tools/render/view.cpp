@@ -35,6 +35,16 @@ Ray View::make_ray(double x, double y, double time) const
     return ray;
 }
 
+float View::get_pixel_width(const Vec3& place, const ImageSize& size) const
+{
+    const Matrix& matrix = world_from_camera_[world_from_camera_.size() / 2];
+    const GMathVec3<double> back = matrix.transform_vector({0, 0, 1}), right = matrix.transform_vector({1, 0, 0});
+    const GMathVec3<double> origin = matrix.transform_point({0, 0, 0});
+    const double depth = dot(origin - GMathVec3<double>{place.x, place.y, place.z}, back) / dot(back, back);
+    const double width = depth * right.get_length() * (window_.right - window_.left) / size.width;
+    return std::isfinite(width) ? static_cast<float>(std::max(width, 0.0)) : 0.0f;
+}
+
 AutomaticView::AutomaticView(double azimuth, double elevation, const ImageSize& size)
 {
     const double a = azimuth * radians_per_degree, e = elevation * radians_per_degree;

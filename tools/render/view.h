@@ -36,6 +36,9 @@ public:
     /// Through a place of the picture: x from 0 at the left to 1, y from 0 at the top to 1. `time` from 0 to 1.
     Ray make_ray(double x, double y, double time) const;
 
+    /// How wide a pixel of a picture is at a place, archive units, in the middle of the shutter; 0 behind the camera.
+    float get_pixel_width(const Vec3& place, const ImageSize& size) const;
+
 private:
     std::vector<Matrix> world_from_camera_;
     ScreenWindow window_;
