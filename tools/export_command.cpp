@@ -98,7 +98,7 @@ public:
         if (options_.is_ply) {
             std::vector<PointsGeometry> objects;
             each_item([&](const ExportItem& item) { objects.push_back(load_points(item, time, matrices)); });
-            write_ply(file, objects, comment, options_.is_ascii);
+            warn_of_bad_numbers(path, write_ply(file, objects, comment, options_.is_ascii));
             summary_ = describe_points(objects);
         } else {
             ObjWriter writer(file);
@@ -157,9 +157,14 @@ private:
         if (writer.get_skipped_count() > 0)
             ToolLog::write(path + ": " + counted(writer.get_skipped_count(), "face or curve", "faces or curves") +
                            " of too few points left out");
-        if (writer.get_bad_number_count() > 0)
-            ToolLog::write(path + ": " + counted(writer.get_bad_number_count(), "coordinate is", "coordinates are") +
-                           " no finite number, written as 0");
+        warn_of_bad_numbers(path, writer.get_bad_number_count());
+    }
+
+    static void warn_of_bad_numbers(const std::string& path, std::uint64_t count)
+    {
+        if (count == 0) return;
+        ToolLog::write(path + ": " + counted(count, "coordinate is", "coordinates are") +
+                       " no finite number, written as 0");
     }
 
     const ArchiveSession& session_;

@@ -2,8 +2,6 @@
 
 #include "text.h"
 
-#include <cmath>
-
 namespace {
 
 /// OBJ separates names by blanks: a name must be one word.
@@ -30,7 +28,7 @@ void ObjWriter::add_mesh(const std::string& path, const MeshGeometry& mesh)
     add_vectors("v", mesh.positions);
     if (uvs)
         for (const GMathVec3<float>& uv : uvs->values)
-            file_.print(FMT_COMPILE("vt {} {}\n"), finite(uv.x), finite(uv.y));
+            file_.print(FMT_COMPILE("vt {} {}\n"), numbers_.take(uv.x), numbers_.take(uv.y));
     if (normals) add_vectors("vn", normals->values);
     add_faces(mesh, uvs, normals);
     position_count_ += mesh.positions.get_count();
@@ -69,14 +67,8 @@ void ObjWriter::add_object(const std::string& path)
 void ObjWriter::add_vectors(const char* keyword, const CoreArray<GMathVec3<float>>& vectors)
 {
     for (const GMathVec3<float>& vector : vectors)
-        file_.print(FMT_COMPILE("{} {} {} {}\n"), keyword, finite(vector.x), finite(vector.y), finite(vector.z));
-}
-
-float ObjWriter::finite(float value)
-{
-    if (std::isfinite(value)) return value;
-    ++bad_number_count_;
-    return 0.0f;
+        file_.print(FMT_COMPILE("{} {} {} {}\n"), keyword, numbers_.take(vector.x), numbers_.take(vector.y),
+                    numbers_.take(vector.z));
 }
 
 void ObjWriter::add_group(const CoreString& name)

@@ -1,6 +1,7 @@
 /// ObjWriter: meshes and curves as an OBJ file.
 #pragma once
 
+#include "finite_numbers.h"
 #include "output_file.h"
 #include "scene_geometry.h"
 
@@ -28,16 +29,16 @@ public:
     std::uint64_t get_line_count() const { return line_count_; }
     std::uint64_t get_skipped_count() const { return skipped_count_; } ///< faces and curves of too few points
     /// Coordinates that are not finite, written as 0.
-    std::uint64_t get_bad_number_count() const { return bad_number_count_; }
+    std::uint64_t get_bad_number_count() const { return numbers_.get_bad_count(); }
 
 private:
     void add_object(const std::string& path);
     void add_vectors(const char* keyword, const CoreArray<GMathVec3<float>>& vectors);
-    float finite(float value);
     void add_group(const CoreString& name);
     void add_faces(const MeshGeometry& mesh, const GeometryUvMap* uvs, const GeometryNormalMap* normals);
 
     OutputFile& file_;
     std::uint64_t position_count_ = 0, uv_count_ = 0, normal_count_ = 0; ///< of all objects before
-    std::uint64_t face_count_ = 0, line_count_ = 0, skipped_count_ = 0, bad_number_count_ = 0;
+    std::uint64_t face_count_ = 0, line_count_ = 0, skipped_count_ = 0;
+    FiniteNumbers numbers_;
 };

@@ -260,6 +260,33 @@ TEST(ExportPly, TextAndBinaryHoldTheSamePoints)
     EXPECT_THAT(numbers, ElementsAre(1.5f, -2, 0.1f, 1, 0, 0, 3, 4, 5, 0, 0.5f, 0));
 }
 
+TEST(Export, NumbersThatAreNotFiniteAreCountedAndWrittenAsZero)
+{
+    const ScratchFile archive("points.abc");
+    const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
+    const std::vector<AbcG::V3f> positions = {{1, nan, 2}}, velocities = {{-infinity, 3, 4}};
+    write_archive(archive.path(), [&](AbcG::OObject top) {
+        const std::vector<std::uint64_t> ids = {1};
+        AbcG::OPoints(top, "drops")
+            .getSchema()
+            .set(AbcG::OPointsSchema::Sample(AbcG::P3fArraySample(positions), AbcG::UInt64ArraySample(ids),
+                                             AbcG::V3fArraySample(velocities)));
+        const Ints counts = {2};
+        const std::vector<AbcG::V3f> line = {{nan, 0, 5}, {6, 7, 8}};
+        AbcG::OCurves(top, "line")
+            .getSchema()
+            .set(AbcG::OCurvesSchema::Sample(AbcG::P3fArraySample(line), AbcG::Int32ArraySample(counts)));
+    });
+    const std::string ply = folder_entry(archive, "points.ply"), obj = folder_entry(archive, "line.obj");
+    const ToolRun points = export_to(archive.path(), ply, {"--ascii", "--local"}),
+                  lines = export_to(archive.path(), obj, {"--local"});
+    EXPECT_EQ(points.status, 0);
+    EXPECT_THAT(points.errors, HasSubstr("2 coordinates are no finite number, written as 0"));
+    EXPECT_THAT(read_file(ply), HasSubstr("end_header\n1 0 2 0 3 4\n"));
+    EXPECT_THAT(lines.errors, HasSubstr("1 coordinate is no finite number, written as 0"));
+    EXPECT_THAT(read_file(obj), HasSubstr("v 0 0 5\n"));
+}
+
 TEST(Export, WhatFailsLeavesTheOldFileAndNothingElse)
 {
     const ScratchFile archive("corrupt.abc");
