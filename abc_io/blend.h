@@ -9,11 +9,11 @@ enum class BlendRounding {
     DOUBLE_PRODUCTS, ///< weights in double, each product rounded to float before the float sum (curves, points)
 };
 
-// Results go in place, where an output is the array named for it, or elsewhere: then past the cache, as suits arrays that
-// are larger than it. Arrays must not overlap otherwise.
+// Results go in place, where an output is the array named for it, or elsewhere: then past the cache, as suits arrays
+// that are larger than it. Arrays must not overlap otherwise.
 
-/// `values` become the floats at `weight` (0 at floor, 1 at ceil), `velocities` become (ceil - floor) * `per_second`. In
-/// place: `values` is `floor`, `velocities` is `ceil`. All arrays have `count` floats.
+/// `values` become the floats at `weight` (0 at floor, 1 at ceil), `velocities` become (ceil - floor) * `per_second`.
+/// In place: `values` is `floor`, `velocities` is `ceil`. All arrays have `count` floats.
 void blend_with_velocities(const float* floor, const float* ceil, float* values, float* velocities, std::size_t count,
                            double weight, double per_second, BlendRounding rounding);
 

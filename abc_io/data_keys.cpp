@@ -157,8 +157,8 @@ Place place_of(const ICompoundProperty& compound, Place parent)
                                                                                : Place::PARAMETER_PARTS;
 }
 
-/// What counts of a compound's samples: names, types and values, sorted. Empty when nothing does. `properties_left` goes
-/// down by one for each property.
+/// What counts of a compound's samples: names, types and values, sorted. Empty when nothing does. `properties_left`
+/// goes down by one for each property.
 std::string compound_bytes(const ICompoundProperty& parent, const ISampleSelector& selector, int& properties_left,
                            Place place = Place::SCHEMA, int depth = 0)
 {

@@ -150,8 +150,8 @@ private:
         }
     }
 
-    /// Ogawa archives take a sample for a repeat of the one before when only its shape differs, and keep no shape of one
-    /// without elements.
+    /// Ogawa archives take a sample for a repeat of the one before when only its shape differs, and keep no shape of
+    /// one without elements.
     void note_shape(const std::string& path, const AbcA::ArraySample* before, const AbcA::ArraySample& sample)
     {
         const AbcA::Dimensions& shape = sample.getDimensions();
@@ -184,7 +184,8 @@ private:
         }
     }
 
-    /// Which of the archive's samplings a property has: the very one, or, where layers each have their own, an equal one.
+    /// Which of the archive's samplings a property has: the very one, or, where layers each have their own, an equal
+    /// one.
     std::uint32_t find_sampling(const AbcA::TimeSampling& sampling) const
     {
         const std::uint32_t count = source_->getNumTimeSamplings();

@@ -25,6 +25,6 @@ struct CopyCounts
     std::vector<std::string> losses; ///< a line for each property that an Ogawa archive cannot keep
 };
 
-/// Writes the session's archive as one Ogawa archive to `path`, which is complete when this returns. One sample is in memory
-/// at a time. Throws ToolError, or what `progress` throws.
+/// Writes the session's archive as one Ogawa archive to `path`, which is complete when this returns. One sample is in
+/// memory at a time. Throws ToolError, or what `progress` throws.
 CopyCounts copy_archive(const ArchiveSession& session, const std::string& path, const CopyOptions& options);

@@ -6,9 +6,9 @@
 #include <Alembic/AbcCoreAbstract/ObjectReader.h>
 
 /// What is in only one of two archives, and what is not the same in both: objects by their full names with metadata,
-/// instances, properties with their types, metadata and samplings, and the values of every sample that both have, within
-/// `tolerance`. The order of objects and properties, and what the archives say about themselves, do not count. The two
-/// names stand for the archives in texts.
+/// instances, properties with their types, metadata and samplings, and the values of every sample that both have,
+/// within `tolerance`. The order of objects and properties, and what the archives say about themselves, do not count.
+/// The two names stand for the archives in texts.
 class ArchiveDifference
 {
 public:

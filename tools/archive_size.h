@@ -29,6 +29,6 @@ struct ArchiveSize
     Findings hints;                 ///< what would shrink; "saved_bytes" in the details, about
 };
 
-/// Reads keys and sizes of all samples, and few samples themselves. A sample that several places have is counted for the
-/// first of them. Throws ToolError for what cannot be read.
+/// Reads keys and sizes of all samples, and few samples themselves. A sample that several places have is counted for
+/// the first of them. Throws ToolError for what cannot be read.
 ArchiveSize measure_archive(const ArchiveSession& session, const std::vector<std::string>& files, SizeUnit unit);

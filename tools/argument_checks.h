@@ -23,8 +23,8 @@ CLI::Validator whole_number(std::int64_t low, std::int64_t high = std::numeric_l
 
 CLI::Validator one_of(const std::vector<std::string>& words);
 
-/// Adds an option that takes one of the words of `choices`; what it stands for goes to `value`, which must live as long as
-/// the command.
+/// Adds an option that takes one of the words of `choices`; what it stands for goes to `value`, which must live as long
+/// as the command.
 template <class T>
 CLI::Option* add_choice(CLI::App& command, const std::string& name, T& value, const std::map<std::string, T>& choices,
                         const std::string& description)

@@ -4,7 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
-/// Takes numbers as they are, counts those that are not finite and makes them 0: many readers of text formats stop at "nan".
+/// Takes numbers as they are, counts those that are not finite and makes them 0: many readers of text formats stop at
+/// "nan".
 class FiniteNumbers
 {
 public:

@@ -18,5 +18,6 @@ struct FrameArguments
     double get_frame_rate(const ArchiveSession& session) const;
 };
 
-/// Adds --frames A-B with a description of its own, and --fps. `arguments` must live as long as the command. Returns --frames.
+/// Adds --frames A-B with a description of its own, and --fps. `arguments` must live as long as the command. Returns
+/// --frames.
 CLI::Option* add_frame_options(CLI::App& command, FrameArguments& arguments, const std::string& description);

@@ -6,8 +6,8 @@ struct Interrupted
 {
 };
 
-/// While it lives the signals that ask a program to end (from the keyboard, the terminal or another program) are kept for
-/// `check`. One at a time.
+/// While it lives the signals that ask a program to end (from the keyboard, the terminal or another program) are kept
+/// for `check`. One at a time.
 class Interruption
 {
 public:

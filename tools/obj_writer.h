@@ -19,8 +19,8 @@ public:
 
     /// A line of comment.
     void add_comment(const std::string& text);
-    /// Points, the first UV map, normals, and faces under the names of their shading groups ("g" and "usemtl"). Faces of
-    /// fewer than three corners are left out and counted.
+    /// Points, the first UV map, normals, and faces under the names of their shading groups ("g" and "usemtl"). Faces
+    /// of fewer than three corners are left out and counted.
     void add_mesh(const std::string& path, const MeshGeometry& mesh);
     /// Each curve as a line through its control points; one that is closed returns to its first.
     void add_curves(const std::string& path, const CurvesGeometry& geometry);

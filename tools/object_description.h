@@ -29,8 +29,8 @@ struct ObjectDescription
     void add_to(Json& json) const;
 };
 
-/// Describes an object of the walk; `parent_visibility` is that of its parent with its ancestors'. An object that cannot
-/// be read is described by its problem.
+/// Describes an object of the walk; `parent_visibility` is that of its parent with its ancestors'. An object that
+/// cannot be read is described by its problem.
 ObjectDescription describe_object(const ArchiveSession& session, const WalkedObject& walked,
                                   const AbcVisibilityHeader& parent_visibility);
 

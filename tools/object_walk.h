@@ -43,10 +43,10 @@ struct WalkedObject
     std::string instance_source; ///< full name of the object that an instance stands for; empty for all others
 };
 
-/// Calls `visit` for `start` and every object below it, parents before children, children in stored order. `visit` tells
-/// whether to go on below the object. Below an instance of one of its own ancestors, and below 1000 levels, there is no
-/// going on. Throws ToolError for an object that cannot be opened, or hands the error to `skip` and goes on with the next
-/// one; throws when instances multiply beyond 10 million objects.
+/// Calls `visit` for `start` and every object below it, parents before children, children in stored order. `visit`
+/// tells whether to go on below the object. Below an instance of one of its own ancestors, and below 1000 levels, there
+/// is no going on. Throws ToolError for an object that cannot be opened, or hands the error to `skip` and goes on with
+/// the next one; throws when instances multiply beyond 10 million objects.
 void walk_objects(const ArchiveSession& session, const Alembic::Abc::IObject& start,
                   const std::function<bool(const WalkedObject&)>& visit,
                   const std::function<void(const ToolError&)>& skip = nullptr);

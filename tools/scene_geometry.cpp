@@ -73,8 +73,8 @@ GMathVec3<double> column(const Matrix& matrix, int index)
     return {matrix[0][index], matrix[1][index], matrix[2][index]};
 }
 
-/// Moves normals by the cofactors of the matrix: its inverse transposed, but for a factor, and there also when it has no
-/// inverse.
+/// Moves normals by the cofactors of the matrix: its inverse transposed, but for a factor, and there also when it has
+/// no inverse.
 void transform_normals(const Matrix& matrix, bool is_mirrored, Positions& normals)
 {
     const GMathVec3<double> x = column(matrix, 0), y = column(matrix, 1), z = column(matrix, 2);

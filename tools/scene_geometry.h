@@ -14,8 +14,8 @@
 
 #include <string>
 
-/// A polygon or subdivision mesh in the host's winding, lengths in archive units. Every index of a map is below the number
-/// of its values.
+/// A polygon or subdivision mesh in the host's winding, lengths in archive units. Every index of a map is below the
+/// number of its values.
 struct MeshGeometry
 {
     CoreArray<GMathVec3<float>> positions;    ///< one per point
@@ -42,9 +42,9 @@ struct PointsGeometry
     CoreArray<GMathVec3<float>> velocities; ///< units a second: one per position, or empty
 };
 
-/// The object of a full name at `time` (seconds), positions and normals interpolated between samples of one topology, else
-/// those of the nearest sample. Empty without samples. Throws ToolError for what cannot be read. A face index may be equal
-/// to the number of positions: see check_face_indices.
+/// The object of a full name at `time` (seconds), positions and normals interpolated between samples of one topology,
+/// else those of the nearest sample. Empty without samples. Throws ToolError for what cannot be read. A face index may
+/// be equal to the number of positions: see check_face_indices.
 MeshGeometry load_mesh_geometry(const ArchiveSession& session, const std::string& path, double time);
 CurvesGeometry load_curves_geometry(const ArchiveSession& session, const std::string& path, double time);
 PointsGeometry load_points_geometry(const ArchiveSession& session, const std::string& path, double time);
@@ -53,15 +53,15 @@ PointsGeometry load_points_geometry(const ArchiveSession& session, const std::st
 /// that is one too high, a file for others must not have it.
 void check_face_indices(const ArchiveSession& session, const std::string& path, const MeshGeometry& mesh);
 
-/// The time of the sample that `time` falls on or follows, of a mesh or curves whose topology changes. `time` itself for all
-/// others, and before the first and after the last sample. Throws ToolError for what cannot be read.
+/// The time of the sample that `time` falls on or follows, of a mesh or curves whose topology changes. `time` itself
+/// for all others, and before the first and after the last sample. Throws ToolError for what cannot be read.
 double find_topology_time(const ArchiveSession& session, const std::string& path, ObjectKind kind, double time);
 
 /// Whether a mesh, curves or points show at `time`, ancestors included. True for what cannot be read.
 bool is_visible(const ArchiveSession& session, const std::string& path, ObjectKind kind, double time);
 
-/// Moves geometry by a matrix for column vectors, velocities left out. Normals become unit vectors; a mesh that is mirrored
-/// is wound the other way round, so that its outside stays outside.
+/// Moves geometry by a matrix for column vectors, velocities left out. Normals become unit vectors; a mesh that is
+/// mirrored is wound the other way round, so that its outside stays outside.
 void transform_geometry(const GMathMatrix4x4<double>& matrix, MeshGeometry& mesh);
 void transform_positions(const GMathMatrix4x4<double>& matrix, CoreArray<GMathVec3<float>>& positions);
 void transform_vectors(const GMathMatrix4x4<double>& matrix, CoreArray<GMathVec3<float>>& vectors);

@@ -15,7 +15,8 @@ namespace AbcA = Alembic::AbcCoreAbstract;
 class StoredProperty
 {
 public:
-    /// Opens the property `header` of `parent`; `path` names it below its object: ".geom/P". Throws what Alembic throws.
+    /// Opens the property `header` of `parent`; `path` names it below its object: ".geom/P". Throws what Alembic
+    /// throws.
     StoredProperty(const AbcA::CompoundPropertyReaderPtr& parent, const AbcA::PropertyHeader& header, std::string path);
 
     const std::string& get_path() const { return path_; }
@@ -58,8 +59,8 @@ using StoredFailure =
 /// `fail` and left out.
 std::vector<StoredProperty> list_stored_properties(const AbcA::ObjectReaderPtr& object, const StoredFailure& fail);
 
-/// Calls `visit` for `top` and all objects below it, parents before children, in stored order. One that cannot be opened
-/// is given to `fail`, and the walk goes on; so is one more than 1000 levels deep.
+/// Calls `visit` for `top` and all objects below it, parents before children, in stored order. One that cannot be
+/// opened is given to `fail`, and the walk goes on; so is one more than 1000 levels deep.
 void walk_stored_objects(const AbcA::ObjectReaderPtr& top,
                          const std::function<void(const AbcA::ObjectReaderPtr&)>& visit, const StoredFailure& fail);
 

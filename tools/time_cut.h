@@ -19,8 +19,8 @@ struct SampleSpan
     std::int64_t first = 0, last = -1;
 };
 
-/// The time samplings of an archive, cut to a span of time. Samples that the span begins or ends between are kept, so that
-/// every time in it has the value that it had.
+/// The time samplings of an archive, cut to a span of time. Samples that the span begins or ends between are kept, so
+/// that every time in it has the value that it had.
 class TimeCut
 {
 public:

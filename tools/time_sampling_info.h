@@ -19,8 +19,8 @@ struct TimeSamplingInfo
 
     /// "1: uniform, at most 24 samples, 0 s to 0.958333 s, looks like 24 a second"
     std::string describe() const;
-    /// Whether the frame rate means something: samples have it, or a sampling of one sample at most has a usual one, which
-    /// writers fill in. The default sampling of every archive does not count as such.
+    /// Whether the frame rate means something: samples have it, or a sampling of one sample at most has a usual one,
+    /// which writers fill in. The default sampling of every archive does not count as such.
     bool tells_frame_rate() const;
     Json to_json() const;
 

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-/// Ogawa archives take samples of wide strings for equal when as many strings have the same first quarter. What was written
-/// is noted here, and compared with what can be read.
+/// Ogawa archives take samples of wide strings for equal when as many strings have the same first quarter. What was
+/// written is noted here, and compared with what can be read.
 class WideStringWatch
 {
 public:
-    /// A sample that was appended to a property: `names` are those of its compounds, and last its own; `index` that of the
-    /// sample. Samples of other types are ignored.
+    /// A sample that was appended to a property: `names` are those of its compounds, and last its own; `index` that of
+    /// the sample. Samples of other types are ignored.
     void note(const std::string& object_path, const std::vector<std::string>& names, std::int64_t index,
               const Alembic::AbcCoreAbstract::ArraySample& sample);
 

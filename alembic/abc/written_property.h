@@ -10,8 +10,8 @@ namespace Alembic {
 namespace Abc {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Runs `operation` on a handle's writer. What it throws, and that there is no writer, is reported to the handle's error
-/// handler with `context`, the name of the call.
+/// Runs `operation` on a handle's writer. What it throws, and that there is no writer, is reported to the handle's
+/// error handler with `context`, the name of the call.
 template <class Writer, class Operation>
 void with_writer(ErrorHandler& error_handler, const std::shared_ptr<Writer>& writer, const char* context,
                  const Operation& operation)

@@ -232,8 +232,8 @@ public:
     {
     }
 
-    /// Bounds of a sample: as given, computed from the positions, or as before. A partial sample with neither bounds nor
-    /// positions leaves them out.
+    /// Bounds of a sample: as given, computed from the positions, or as before. A partial sample with neither bounds
+    /// nor positions leaves them out.
     void write(const Abc::Box3d& given, const Abc::P3fArraySample& positions, Absent absent);
 };
 

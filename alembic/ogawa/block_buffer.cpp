@@ -72,7 +72,8 @@ ThreadBlocks* blocks_of_this_thread()
     return thread_blocks = blocks.release();
 }
 
-/// Makes block `number` the one used last, and reads it if it is not there yet. False when there is no memory to keep it.
+/// Makes block `number` the one used last, and reads it if it is not there yet. False when there is no memory to keep
+/// it.
 bool use_block(const ByteSource& source, std::uint64_t source_id, std::uint64_t number)
 {
     ThreadBlocks* const cache = blocks_of_this_thread();

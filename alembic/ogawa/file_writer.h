@@ -34,9 +34,9 @@ public:
     /// `empty_data`, and nothing is written, when there are no bytes.
     std::uint64_t append_data(std::initializer_list<Bytes> parts);
 
-    /// Appends one data block of `head_size` bytes and then `body`. `make_head` fills the head in, and may read the body
-    /// for that; from `least_body_for_thread` bytes on it does so on another thread, while the body is written. Returns
-    /// the block's child entry. No thread is left behind, whatever happens.
+    /// Appends one data block of `head_size` bytes and then `body`. `make_head` fills the head in, and may read the
+    /// body for that; from `least_body_for_thread` bytes on it does so on another thread, while the body is written.
+    /// Returns the block's child entry. No thread is left behind, whatever happens.
     std::uint64_t append_data(std::size_t head_size, const std::function<void(void*)>& make_head, const Bytes& body);
 
     static constexpr std::size_t least_body_for_thread = 1 << 20; ///< written in a multiple of what starting one takes

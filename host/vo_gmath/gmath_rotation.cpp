@@ -56,9 +56,9 @@ GMathMatrix4x4<double> GMathRotation::compute_matrix(const GMathVec3<double>& de
 
 GMathVec3<double> GMathRotation::compute_angles(const GMathMatrix4x4<double>& matrix, const unsigned int& order)
 {
-    // Written out for XYZ: row z is (-sin y, cos y sin x, cos y cos x). An odd order mirrors all angles, which is what the
-    // parity stands for. The last angle is read after the first is turned back: near gimbal lock rounding leaves open
-    // how they share the turn, and only so do they still make the same rotation.
+    // Written out for XYZ: row z is (-sin y, cos y sin x, cos y cos x). An odd order mirrors all angles, which is what
+    // the parity stands for. The last angle is read after the first is turned back: near gimbal lock rounding leaves
+    // open how they share the turn, and only so do they still make the same rotation.
     const AxisOrder axes = get_axis_order(order);
     const int i = axes.first, j = axes.middle, k = axes.last;
     const double cosine = std::hypot(matrix[k][j], matrix[k][k]);

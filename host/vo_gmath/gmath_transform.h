@@ -6,8 +6,8 @@
 
 /// The components, all lengths in scene units and angles in degrees, compose for column vectors to
 ///   T * Rpt * Rp * R * Ro * Rp^-1 * Spt * Sp * Sh * S * Sp^-1
-/// with T translation, Rpt rotate pivot translation, Rp rotate pivot, R rotation, Ro rotate orientation, Spt scale pivot
-/// translation, Sp scale pivot, Sh shear and S scale. The identity by default.
+/// with T translation, Rpt rotate pivot translation, Rp rotate pivot, R rotation, Ro rotate orientation, Spt scale
+/// pivot translation, Sp scale pivot, Sh shear and S scale. The identity by default.
 class VO_HOST_EXPORT GMathTransform
 {
 public:

@@ -1,4 +1,5 @@
-/// Archives that other programs rewrite, cut and delete while they are open, in a host with items, questions and threads.
+/// Archives that other programs rewrite, cut and delete while they are open, in a host with items, questions and
+/// threads.
 #include <support/abc_archives.h>
 #include <support/open_handle.h>
 

@@ -1,5 +1,5 @@
-/// A small archive damaged in every place: cut at every length, every bit turned over, runs of zeros and ones. Each damage
-/// ends in an error or a sound part.
+/// A small archive damaged in every place: cut at every length, every bit turned over, runs of zeros and ones. Each
+/// damage ends in an error or a sound part.
 #include "support/archive_walk.h"
 #include "support/processor_clock.h"
 #include "support/reader_run.h"
@@ -27,8 +27,8 @@ constexpr double most_seconds = 1.0;
 constexpr std::size_t usual_stride = 5;
 #endif
 
-/// The readers, who take some milliseconds a damage, meet one damage in so many: at each byte or second byte another bit.
-/// All of them with VO_FULL_SWEEP=1 in the environment.
+/// The readers, who take some milliseconds a damage, meet one damage in so many: at each byte or second byte another
+/// bit. All of them with VO_FULL_SWEEP=1 in the environment.
 const std::size_t stride = std::getenv("VO_FULL_SWEEP") ? 1 : usual_stride;
 
 /// Calls `act(bytes)`, and expects it to take no longer than it may.

@@ -34,8 +34,8 @@ struct MovingSamples
         return std::make_shared<TimeSampling>(TimeSamplingType(TimeSamplingType::kAcyclic), times);
     }
 
-    /// `evaluate(time, positions, velocities)` gives the stored positions at and near stored times and outside them, and
-    /// in between both samples, each weighted in double and rounded to float before the two are added.
+    /// `evaluate(time, positions, velocities)` gives the stored positions at and near stored times and outside them,
+    /// and in between both samples, each weighted in double and rounded to float before the two are added.
     template <class Evaluate>
     void expect_stated_values(Evaluate&& evaluate) const
     {

@@ -1,6 +1,6 @@
 /// vo_abc render: small pictures of one scene against those that are stored in the folder pictures/. Where a picture
-/// changes for a good reason, run `VO_ABC_REWRITE_PICTURES=1 tools_tests --gtest_filter='StoredPictures.*'`, which stores
-/// the new ones in the source folder, and look at them before they are committed.
+/// changes for a good reason, run `VO_ABC_REWRITE_PICTURES=1 tools_tests --gtest_filter='StoredPictures.*'`, which
+/// stores the new ones in the source folder, and look at them before they are committed.
 #include "render_fixture.h"
 
 using testing::HasSubstr;
@@ -9,7 +9,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Room for what another processor rounds otherwise: a sample that falls on the other side of an edge, or into the shadow.
+// Room for what another processor rounds otherwise: a sample that falls on the other side of an edge, or into the
+// shadow.
 constexpr double max_mean_difference = 0.6;   // of a channel that has 0 to 255
 constexpr int much = 32;                      // a channel that differs by more makes its pixel another one
 constexpr double max_share_of_others = 0.004; // of the pixels

@@ -37,6 +37,7 @@ struct CurveSegments
     std::vector<CurveSegment> segments;
 };
 
-/// The segments of all curves. A curve of too few points for its basis goes straight from point to point, and so do curves
-/// without a known basis and those of varying order, unless all are of order 4: these are B-splines that reach their ends.
+/// The segments of all curves. A curve of too few points for its basis goes straight from point to point, and so do
+/// curves without a known basis and those of varying order, unless all are of order 4: these are B-splines that reach
+/// their ends.
 CurveSegments find_curve_segments(const AbcCurveHeader& curves);

@@ -11,15 +11,15 @@
 #include <optional>
 #include <vector>
 
-/// Renders pictures that belong together: all are seen from the same place, unless a camera moves, and points and threads
-/// without widths have the same.
+/// Renders pictures that belong together: all are seen from the same place, unless a camera moves, and points and
+/// threads without widths have the same.
 class FrameRenderer
 {
 public:
     using Progress = std::function<void(double)>; ///< called with what is done, 0 to 1
 
-    /// Looks at up to nine of the times (seconds) to find the view. `default_size` is taken where neither the options nor
-    /// a camera tell another. Throws ToolError when there is no such camera or object.
+    /// Looks at up to nine of the times (seconds) to find the view. `default_size` is taken where neither the options
+    /// nor a camera tell another. Throws ToolError when there is no such camera or object.
     FrameRenderer(const ArchiveSession& session, const RenderOptions& options, const std::vector<double>& times,
                   const ImageSize& default_size, const Progress& on_progress);
 

@@ -10,8 +10,8 @@ struct SamplePair
     float a, b;
 };
 
-/// Places of an additive sequence: they fill their space evenly for any number of samples. Turned by a hash of the pixel,
-/// so that neighbours differ, except for the place in the pixel: the first sample of each is its middle.
+/// Places of an additive sequence: they fill their space evenly for any number of samples. Turned by a hash of the
+/// pixel, so that neighbours differ, except for the place in the pixel: the first sample of each is its middle.
 class Sampler
 {
 public:

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Radii of control points, from stored ones for each point, each curve, all curves, or each end of a segment; which it is
-/// shows in their number. `fallback` where there are none that fit.
+/// Radii of control points, from stored ones for each point, each curve, all curves, or each end of a segment; which it
+/// is shows in their number. `fallback` where there are none that fit.
 std::vector<float> find_point_radii(const AbcCurveHeader& curves, std::size_t point_count, float fallback)
 {
     const CoreArray<float>& radii = curves.radii;

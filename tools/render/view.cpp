@@ -65,8 +65,8 @@ AutomaticView::AutomaticView(double azimuth, double elevation, const ImageSize& 
 
 void AutomaticView::add(const WorldScene& scene, const DefaultWidths& widths)
 {
-    // Seen from (x, y, d) a point is inside when |point.x - x| <= half width * (d - point.z): each side asks for the largest
-    // of one sum over all points, and so does the bottom of the view.
+    // Seen from (x, y, d) a point is inside when |point.x - x| <= half width * (d - point.z): each side asks for the
+    // largest of one sum over all points, and so does the bottom of the view.
     const double wide = half_width_ / margin, high = half_height_ / margin;
     const double default_radius = 0.5 * std::max(widths.points, widths.curves);
     scene.for_each_object([&](const WorldObject& object) {

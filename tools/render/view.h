@@ -45,8 +45,8 @@ private:
 };
 
 /// A camera of the archive, by its full name or that of the transform it alone stands under: film back, film offsets,
-/// squeeze, overscan and fit at the time of the shutter. `size` is set where it was not: 1280 pixels wide, the whole film
-/// back high. Throws ToolError when there is no such camera, or it cannot see.
+/// squeeze, overscan and fit at the time of the shutter. `size` is set where it was not: 1280 pixels wide, the whole
+/// film back high. Throws ToolError when there is no such camera, or it cannot see.
 View make_camera_view(const ArchiveSession& session, const std::string& path, const Shutter& shutter,
                       std::optional<ImageSize>& size);
 

@@ -6,5 +6,6 @@
 /// Writes an island with a lighthouse in the sea: 24 frames of a second that repeats. Throws ToolError.
 void write_sample_archive(const std::string& path);
 
-/// Writes a layer for it: the flag hangs lower, the ring at the tower is gone, and there is a second buoy. Throws ToolError.
+/// Writes a layer for it: the flag hangs lower, the ring at the tower is gone, and there is a second buoy. Throws
+/// ToolError.
 void write_sample_layer(const std::string& path);

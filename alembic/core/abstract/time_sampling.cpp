@@ -79,8 +79,8 @@ TimeSampling::IndexAndTime TimeSampling::getFloorIndex(chrono_t time, index_t nu
     if (!(time > first.second)) return first; // in this form also for a time that is not a number
     const IndexAndTime last = at(numSamples - 1);
     if (time >= last.second) return last;
-    // Intended: where a cycle ends at the very time at which the next one starts, a time just below that is the start of
-    // the next cycle, also when the samples end there: the index is then one past the last. Selectors clamp it.
+    // Intended: where a cycle ends at the very time at which the next one starts, a time just below that is the start
+    // of the next cycle, also when the samples end there: the index is then one past the last. Selectors clamp it.
     const index_t most = type_.isCyclic() ? numSamples : numSamples - 1;
     return at(std::clamp<index_t>(floor_between(time, numSamples), 0, most));
 }

@@ -40,8 +40,8 @@ public:
     /// A pointer to a node of the tree that keeps the archive, and with it the node and its parents, alive.
     AbcA::ObjectReaderPtr handle_of(ObjectReader& node) { return AbcA::ObjectReaderPtr(shared_from_this(), &node); }
 
-    /// The properties of a compound, whose group may be none; the table stays as long as the archive. The caller holds a
-    /// LibraryLock. Throws what is wrong with them.
+    /// The properties of a compound, whose group may be none; the table stays as long as the archive. The caller holds
+    /// a LibraryLock. Throws what is wrong with them.
     const PropertyTable& properties_of(const Handle& group);
 
     /// Counts what the tree grows by: links of groups, and bytes of full names. The caller holds a LibraryLock. Throws

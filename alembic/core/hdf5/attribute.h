@@ -32,8 +32,8 @@ public:
     /// Reads all values as `memory_type` to `into`.
     void read(hid_t memory_type, void* into) const;
 
-    /// Its value as text: a string of fixed length that fills the attribute, ended early by a zero. Throws when it is of
-    /// another type.
+    /// Its value as text: a string of fixed length that fills the attribute, ended early by a zero. Throws when it is
+    /// of another type.
     std::string read_string() const;
 
 private:

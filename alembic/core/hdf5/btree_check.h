@@ -29,8 +29,9 @@ struct TreeUse
     std::function<void(std::string_view key, std::uint64_t address)> use_entry; ///< each entry of each leaf
 };
 
-/// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Takes the bytes of its
-/// nodes from `budget`. Throws for nodes that do not lie in the file, are of another kind, or hang at a wrong level.
+/// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Takes the bytes of
+/// its nodes from `budget`. Throws for nodes that do not lie in the file, are of another kind, or hang at a wrong
+/// level.
 void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
                const TreeUse& use, ReadBudget& budget);
 

@@ -1,6 +1,6 @@
 /// @file
-/// Reads data sets that are stored in chunks. Not left to libhdf5: releases of it that are in use read beyond a chunk that
-/// unfolds into less than it should, and write beyond the room for one that is longer than it says.
+/// Reads data sets that are stored in chunks. Not left to libhdf5: releases of it that are in use read beyond a chunk
+/// that unfolds into less than it should, and write beyond the room for one that is longer than it says.
 #pragma once
 
 #include "core/hdf5/message_check.h"
@@ -36,8 +36,8 @@ struct ChunkedRow
     bool is_deflated;    ///< each chunk; it may say that it is not
 };
 
-/// Reads all values as they are stored to `into`. Throws when a chunk is missing, or not as long as it should be; `name` is
-/// for the message.
+/// Reads all values as they are stored to `into`. Throws when a chunk is missing, or not as long as it should be;
+/// `name` is for the message.
 void read_chunks(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into);
 
 } // namespace ALEMBIC_VERSION_NS

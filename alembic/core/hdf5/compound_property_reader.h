@@ -19,8 +19,8 @@ class File;
 class CompoundPropertyReader final : public AbcCoreCommon::CompoundPropertyReader<CompoundPropertyReader>
 {
 public:
-    /// `parent` is null for an object's own compound. `group` is none for a compound without properties. The caller holds
-    /// a LibraryLock. Throws what is wrong with the property headers.
+    /// `parent` is null for an object's own compound. `group` is none for a compound without properties. The caller
+    /// holds a LibraryLock. Throws what is wrong with the property headers.
     CompoundPropertyReader(AbcA::ObjectReaderPtr object, ArchiveReader& archive,
                            std::shared_ptr<CompoundPropertyReader> parent, const AbcA::PropertyHeader& header,
                            Handle group);

@@ -15,8 +15,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 namespace {
 
-/// How much larger than their stored bytes the values may be. Throws for filters that archives do not use: libhdf5 would
-/// look for plugins.
+/// How much larger than their stored bytes the values may be. Throws for filters that archives do not use: libhdf5
+/// would look for plugins.
 std::uint64_t unfolding_factor(hid_t creation, const std::string& name)
 {
     std::uint64_t factor = 1;

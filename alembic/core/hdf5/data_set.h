@@ -17,8 +17,8 @@ inline namespace ALEMBIC_VERSION_NS {
 class DataSet
 {
 public:
-    /// Takes an open data set of the file, which must outlive it. Throws when its values do not have `pod`'s type, or when
-    /// it claims more values than the file can hold.
+    /// Takes an open data set of the file, which must outlive it. Throws when its values do not have `pod`'s type, or
+    /// when it claims more values than the file can hold.
     DataSet(Handle data_set, AbcA::PlainOldDataType pod, const std::string& name, const File& file);
 
     hid_t id() const { return data_set_.id(); }

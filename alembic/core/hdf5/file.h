@@ -20,8 +20,8 @@ inline namespace ALEMBIC_VERSION_NS {
 class File
 {
 public:
-    /// Opens a file for reading. Throws "Nonexistent or not an Alembic file: NAME" when it cannot be opened or is no HDF5
-    /// file.
+    /// Opens a file for reading. Throws "Nonexistent or not an Alembic file: NAME" when it cannot be opened or is no
+    /// HDF5 file.
     explicit File(const std::string& name);
 
     const Ogawa::FileSource& bytes() const { return *bytes_; }
@@ -40,8 +40,8 @@ public:
     Handle open_group(haddr_t address, const std::string& name);
 
     /// Opens what the hard link `name` in the group leads to; nothing when there is no such link. Links of other kinds
-    /// lead to other places or files: archives have none, and they are not followed. Throws for those, and when it is not
-    /// of that kind or damaged.
+    /// lead to other places or files: archives have none, and they are not followed. Throws for those, and when it is
+    /// not of that kind or damaged.
     Handle open_linked(hid_t group, const std::string& name, H5I_type_t kind);
 
 private:

@@ -1,5 +1,6 @@
 /// @file
-/// Looks through an object header before libhdf5 does: releases of it that are in use crash on attributes that do not fit.
+/// Looks through an object header before libhdf5 does: releases of it that are in use crash on attributes that do not
+/// fit.
 #pragma once
 
 #include "core/hdf5/message_check.h"
@@ -24,7 +25,8 @@ struct ObjectHeader
 };
 
 /// Checks the header, with all its continuations, of the object at `position` in the file, and takes its bytes from
-/// `budget`. Throws what is wrong with it, or what is sound but not for us: attributes of types that archives do not use.
+/// `budget`. Throws what is wrong with it, or what is sound but not for us: attributes of types that archives do not
+/// use.
 ObjectHeader check_object_header(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget);
 
 /// The same with what the header leads to: libhdf5 may open the object.

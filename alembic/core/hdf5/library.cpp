@@ -54,8 +54,8 @@ void restore()
         H5Eset_auto1(callers_printing.print_old_way, callers_printing.data);
 }
 
-/// After some damaged files libhdf5 cannot close itself when the process ends, and says so. Called once a call failed: the
-/// handler then runs before libhdf5's own.
+/// After some damaged files libhdf5 cannot close itself when the process ends, and says so. Called once a call failed:
+/// the handler then runs before libhdf5's own.
 void be_silent_at_exit()
 {
     static const bool done = std::atexit([] { H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); }) == 0;

@@ -17,8 +17,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 namespace AbcA = ::Alembic::AbcCoreAbstract;
 
-/// Whoever calls libhdf5 holds one of these: libhdf5 is not safe for several threads, whatever file they work on. May be
-/// nested. While it lives libhdf5 does not print its errors; what the caller's program chose is restored afterwards.
+/// Whoever calls libhdf5 holds one of these: libhdf5 is not safe for several threads, whatever file they work on. May
+/// be nested. While it lives libhdf5 does not print its errors; what the caller's program chose is restored afterwards.
 class LibraryLock
 {
 public:

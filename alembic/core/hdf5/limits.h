@@ -25,8 +25,8 @@ constexpr std::uint64_t full_name_floor = 16u << 20;
 /// The value of one attribute: metadata, names, scalar samples. A larger one is refused.
 constexpr std::uint64_t max_attribute_bytes = 64u << 20;
 
-/// What describes a file's objects - headers, tables of links, their names, indices of chunks - may be read this many times
-/// by the checks of the whole archive. Sound files need less: each part belongs to one object.
+/// What describes a file's objects - headers, tables of links, their names, indices of chunks - may be read this many
+/// times by the checks of the whole archive. Sound files need less: each part belongs to one object.
 constexpr std::uint64_t check_factor = 8;
 
 /// Bytes that the checks of an archive may read, all together.
@@ -35,17 +35,17 @@ constexpr std::uint64_t check_budget(std::uint64_t file_size)
     return check_factor * file_size;
 }
 
-/// Objects whose checks read no more than that are checked again whenever they are opened: to remember millions of small
-/// data sets would cost more.
+/// Objects whose checks read no more than that are checked again whenever they are opened: to remember millions of
+/// small data sets would cost more.
 constexpr std::uint64_t forgotten_check_bytes = 4096;
 
 /// Deflate makes data smaller by no more than this factor: what promises more than the stored bytes can hold is refused
 /// before anything is allocated.
 constexpr std::uint64_t deflate_factor = 1032;
 
-/// Memory that the strings of one sample may take is this many times the file's size, or `text_floor` if that is more. An
-/// empty string takes one stored byte and thirty times that in memory: deflated as well, some kilobytes could ask for all
-/// memory there is. What is not deflated never gets there.
+/// Memory that the strings of one sample may take is this many times the file's size, or `text_floor` if that is more.
+/// An empty string takes one stored byte and thirty times that in memory: deflated as well, some kilobytes could ask
+/// for all memory there is. What is not deflated never gets there.
 constexpr std::uint64_t text_factor = 64;
 constexpr std::uint64_t text_floor = 64u << 20;
 

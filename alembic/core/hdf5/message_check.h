@@ -12,8 +12,8 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Checks an attribute: name, type, space and value must lie in the message, one after the other. Throws for those that do
-/// not, and for types other than whole numbers, floating-point numbers and strings of fixed length.
+/// Checks an attribute: name, type, space and value must lie in the message, one after the other. Throws for those that
+/// do not, and for types other than whole numbers, floating-point numbers and strings of fixed length.
 void check_attribute(std::string_view message);
 
 /// Checks the type of the values of a data set, as that of an attribute. Returns the bytes of one value.
@@ -22,8 +22,8 @@ std::uint64_t check_type(std::string_view message);
 /// Checks the space of a data set, as that of an attribute. Returns its rank.
 std::uint8_t check_space(std::string_view message);
 
-/// Check what a data set holds where nothing was written, in the first stored form and in the later one. Throw when it does
-/// not lie in the message.
+/// Check what a data set holds where nothing was written, in the first stored form and in the later one. Throw when it
+/// does not lie in the message.
 void check_first_fill(std::string_view message);
 void check_fill(std::string_view message);
 

@@ -13,8 +13,8 @@ inline namespace ALEMBIC_VERSION_NS {
 /// The type of a stored value; of a string's characters for strings. The caller holds a LibraryLock.
 Handle file_type(AbcA::PlainOldDataType pod);
 
-/// The same as values have it in memory. Halves and bools have types of their own: values of a file type become those of
-/// the same POD bit by bit.
+/// The same as values have it in memory. Halves and bools have types of their own: values of a file type become those
+/// of the same POD bit by bit.
 Handle memory_type(AbcA::PlainOldDataType pod);
 
 /// Bytes of one stored value.

@@ -10,8 +10,9 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Bytes that checks may still look at. What a sound file describes itself with belongs to one object each, and is looked
-/// at a few times: a file that shares it between objects could make checks read it as often as there are objects.
+/// Bytes that checks may still look at. What a sound file describes itself with belongs to one object each, and is
+/// looked at a few times: a file that shares it between objects could make checks read it as often as there are
+/// objects.
 class ReadBudget
 {
 public:

@@ -24,8 +24,8 @@ struct SamplePlace
 class StoredSamples
 {
 public:
-    /// The place of stored sample `index`, among those of `property` in the compound's group. Throws when the group of the
-    /// later samples is missing.
+    /// The place of stored sample `index`, among those of `property` in the compound's group. Throws when the group of
+    /// the later samples is missing.
     SamplePlace place_of(File& file, hid_t group, const std::string& property, std::uint64_t index);
 
 private:

@@ -22,7 +22,8 @@ class CompoundPropertyReader final : public AbcCoreAbstract::CompoundPropertyRea
 public:
     typedef std::vector<AbcCoreAbstract::CompoundPropertyReaderPtr> Versions;
 
-    /// The compound of an object itself, which has the object's metadata. `versions` are the layers' own, weakest first.
+    /// The compound of an object itself, which has the object's metadata. `versions` are the layers' own, weakest
+    /// first.
     static std::unique_ptr<CompoundPropertyReader> of_object(ObjectReader& object, Versions versions);
 
     CompoundPropertyReader(ObjectReader& object, CompoundPropertyReader* parent,

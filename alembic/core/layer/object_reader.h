@@ -17,8 +17,8 @@ inline namespace ALEMBIC_VERSION_NS {
 
 class ArchiveReader;
 
-/// Made once, when it is first asked for, and kept by its parent. Children and properties are merged when they are first
-/// asked for; two threads that ask at once may both merge, and one result is kept.
+/// Made once, when it is first asked for, and kept by its parent. Children and properties are merged when they are
+/// first asked for; two threads that ask at once may both merge, and one result is kept.
 class ObjectReader final : public AbcCoreAbstract::ObjectReader
 {
 public:

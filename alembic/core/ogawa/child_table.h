@@ -51,8 +51,8 @@ public:
     /// The child's node, null while nobody has asked for it.
     ObjectReader* node(std::uint32_t index) const { return nodes_[index].load(std::memory_order_acquire); }
 
-    /// Puts a child's node in its place. When another thread was faster its node stays and is returned, `node` is freed.
-    /// `added` tells which.
+    /// Puts a child's node in its place. When another thread was faster its node stays and is returned, `node` is
+    /// freed. `added` tells which.
     ObjectReader* add_node(std::uint32_t index, std::unique_ptr<ObjectReader> node, bool& added) const;
 
 private:

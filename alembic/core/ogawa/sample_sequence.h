@@ -16,8 +16,8 @@ namespace Alembic {
 namespace AbcCoreOgawa {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// Recognises repeated samples, keeps the child entries of those that have to be stored (see EntryList), and accumulates
-/// the hash. `archive` and `record` outlive it.
+/// Recognises repeated samples, keeps the child entries of those that have to be stored (see EntryList), and
+/// accumulates the hash. `archive` and `record` outlive it.
 class SampleSequence
 {
 public:
@@ -27,8 +27,8 @@ public:
     {
     }
 
-    /// Appends a sample of `pod_count` values at `data`. `dimensions` is null for a scalar. Throws, and appends nothing,
-    /// for what cannot be stored and when writing fails.
+    /// Appends a sample of `pod_count` values at `data`. `dimensions` is null for a scalar. Throws, and appends
+    /// nothing, for what cannot be stored and when writing fails.
     void append(const void* data, std::uint64_t pod_count, const AbcA::Dimensions* dimensions);
 
     /// Appends the previous sample once more.

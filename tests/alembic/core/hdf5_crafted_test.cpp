@@ -114,8 +114,8 @@ protected:
         return Bytes().add("HEAP").add(0u).add(size).add(no_free_block).add(position + header).get() + names;
     }
 
-    /// Refused, for that reason, or listed as children that cannot be opened: within a time that no file of some megabytes
-    /// may exceed.
+    /// Refused, for that reason, or listed as children that cannot be opened: within a time that no file of some
+    /// megabytes may exceed.
     void expect_quick_refusal(const char* reason) const
     {
         const std::clock_t start = std::clock(); // of the processor: other programs do not count

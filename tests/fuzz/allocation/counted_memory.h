@@ -1,6 +1,6 @@
 /// @file
-/// Memory that is counted, and that can be made to run out. Covers operator new and aligned blocks of the whole process,
-/// the libraries included.
+/// Memory that is counted, and that can be made to run out. Covers operator new and aligned blocks of the whole
+/// process, the libraries included.
 #pragma once
 
 #include <cstddef>

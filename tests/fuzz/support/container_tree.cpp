@@ -88,7 +88,8 @@ void ContainerTree::take_children(BlockId group, const std::string& file, std::u
 
 std::string ContainerTree::file() const
 {
-    // Parents come before their children in a tree that was taken apart. Writers finish children first, and the root last.
+    // Parents come before their children in a tree that was taken apart. Writers finish children first, and the root
+    // last.
     std::vector<std::uint64_t> entries(blocks.size());
     std::uint64_t position = header_size;
     for (BlockId id = blocks.size(); id-- > 0;) {

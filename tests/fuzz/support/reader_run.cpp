@@ -307,7 +307,8 @@ void write_file(const std::string& path, const std::string& bytes)
     std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
 }
 
-/// The scratch files of this process, reused: making one for each of thousands of inputs would take longer than all else.
+/// The scratch files of this process, reused: making one for each of thousands of inputs would take longer than all
+/// else.
 const std::string& scratch_path(std::size_t layer)
 {
     static const ScratchFile files[] = {ScratchFile("weakest.abc"), ScratchFile("middle.abc"),

@@ -54,8 +54,8 @@ private:
 
 typedef Alembic::Util::shared_ptr<ArraySample> ArraySamplePtr;
 
-/// A sample that owns memory for its elements. Numbers are not initialised; strings are empty. Null for an unknown type,
-/// throws when the size is out of range. Large arrays ask the system for huge pages.
+/// A sample that owns memory for its elements. Numbers are not initialised; strings are empty. Null for an unknown
+/// type, throws when the size is out of range. Large arrays ask the system for huge pages.
 ALEMBIC_EXPORT ArraySamplePtr AllocateArraySample(const DataType& dtype, const Dimensions& dims);
 
 /// Deletes a sample together with the `new T[]` it points at.

@@ -23,8 +23,8 @@ public:
     TimeSamplingType() = default;
     /// Uniform, a sample each `timePerCycle` seconds. Throws unless that is positive and below the acyclic constant.
     explicit TimeSamplingType(chrono_t timePerCycle);
-    /// Cyclic; uniform when `numSamplesPerCycle` is 1, acyclic when both are the acyclic constants. Throws for any other
-    /// combination of which one is not in range.
+    /// Cyclic; uniform when `numSamplesPerCycle` is 1, acyclic when both are the acyclic constants. Throws for any
+    /// other combination of which one is not in range.
     TimeSamplingType(uint32_t numSamplesPerCycle, chrono_t timePerCycle);
     /// Acyclic.
     explicit TimeSamplingType(AcyclicFlag);

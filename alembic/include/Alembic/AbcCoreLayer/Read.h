@@ -14,8 +14,8 @@ typedef std::vector<AbcCoreAbstract::ArchiveReaderPtr> ArchiveReaderPtrs;
 
 /// Merges archives of any back end. Of each object the children and properties of all layers are seen, by name:
 /// the strongest layer's simple properties, compounds and objects joined, unless a layer hides what is below it with
-/// SetPrune() or SetReplace(). Nothing is read until it is asked for, and nothing is merged twice; any number of threads
-/// may read as far as the layers allow it themselves.
+/// SetPrune() or SetReplace(). Nothing is read until it is asked for, and nothing is merged twice; any number of
+/// threads may read as far as the layers allow it themselves.
 ///
 /// The archive's name is the layers' names joined by `,`, each value of its metadata theirs joined by ` , `, weakest
 /// first; its version is the greatest. A time sampling, or a child by index, that does not exist is null, without an

@@ -18,17 +18,17 @@ namespace AbcA = ::Alembic::AbcCoreAbstract;
 
 /// Creates an archive. Handed to OArchive: `OArchive(WriteArchive(), "file.abc")`.
 ///
-/// Sharing: equal samples are stored once, whatever property they belong to: a property's previous sample always, others
-/// when they are among the last different ones of the archive, at least 65,536 and 4 for each property. An equal sample
-/// that was not met for longer is stored once more.
+/// Sharing: equal samples are stored once, whatever property they belong to: a property's previous sample always,
+/// others when they are among the last different ones of the archive, at least 65,536 and 4 for each property. An equal
+/// sample that was not met for longer is stored once more.
 ///
 /// Memory: up to 6 MiB for sharing; what objects and properties take, each up to 512 bytes for sharing among it; and
-/// where each stored sample stands. That is nothing for samples that follow each other in the file at even distances, as
-/// animation with samples of constant size does, and 3 to 12 bytes for others (an array of two or more dimensions: twice
-/// that), until the property is finished. The samples themselves are not kept.
+/// where each stored sample stands. That is nothing for samples that follow each other in the file at even distances,
+/// as animation with samples of constant size does, and 3 to 12 bytes for others (an array of two or more dimensions:
+/// twice that), until the property is finished. The samples themselves are not kept.
 ///
-/// Threads: one at a time for an archive, any number with archives of their own. A sample of 1 MiB or more is hashed on a
-/// second thread while it is written, if there is a second processor; that thread ends before the call returns.
+/// Threads: one at a time for an archive, any number with archives of their own. A sample of 1 MiB or more is hashed on
+/// a second thread while it is written, if there is a second processor; that thread ends before the call returns.
 class ALEMBIC_EXPORT WriteArchive
 {
 public:

@@ -71,8 +71,8 @@ Box3d ComputeBoundsFromPositions(const ARRAY& sample)
     return Box3d(V3d(low_x, low_y, low_z), V3d(high_x, high_y, high_z));
 }
 
-/// Writes the next sample of a property: `sample` where it is there, else the previous one again. Does nothing without a
-/// property. An empty array is there; a default-made sample is not.
+/// Writes the next sample of a property: `sample` where it is there, else the previous one again. Does nothing without
+/// a property. An empty array is there; a default-made sample is not.
 template <class PROPERTY, class SAMPLE>
 void SetPropUsePrevIfNull(PROPERTY property, SAMPLE sample)
 {

@@ -11,8 +11,8 @@ namespace Alembic {
 namespace AbcMaterial {
 inline namespace ALEMBIC_VERSION_NS {
 
-/// The first material appended is the strongest. Lists are sorted, and replace what the vector held; members that return
-/// bool return false, with their outputs untouched, when no material has the thing.
+/// The first material appended is the strongest. Lists are sorted, and replace what the vector held; members that
+/// return bool return false, with their outputs untouched, when no material has the thing.
 class ALEMBIC_EXPORT MaterialFlatten
 {
 public:
