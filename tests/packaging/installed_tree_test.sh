@@ -46,6 +46,11 @@ cmake --install "$build" --prefix "$work/foreign" >log 2>&1 && fail "installed o
 grep -q "holds another Alembic" log || fail "the refusal does not say why: $(cat log)"
 mkdir -p "$work/library/lib" && touch "$work/library/lib/libAlembic.so.1.8"
 cmake --install "$build" --prefix "$work/library" >log 2>&1 && fail "installed over the library of another Alembic"
+# What an interrupted installation left behind is no other make.
+mkdir "$work/interrupted" && touch "$work/interrupted/include" # a file where the folder of headers is to be
+cmake --install "$build" --prefix "$work/interrupted" >log 2>&1 && fail "installed headers into a file"
+rm "$work/interrupted/include"
+quietly cmake --install "$build" --prefix "$work/interrupted"
 sed -i '/^find_package/i add_library(Alembic::Alembic INTERFACE IMPORTED)\
 target_include_directories(Alembic::Alembic INTERFACE ${CMAKE_SOURCE_DIR})' CMakeLists.txt
 cmake -G Ninja -B mixed -DCMAKE_PREFIX_PATH="$prefix" >log 2>&1 && fail "mixed with another Alembic"
