@@ -219,6 +219,26 @@ TEST(Inspecting, AnInstanceOfAnInstanceTreeEnds)
     EXPECT_EQ(run_json({"info", archive.path()})["objects"]["instances"], 4);
 }
 
+TEST(Sample, EachOfItsObjectsCanBeDumped)
+{
+    const std::string archive = std::string(VO_SAMPLES_DIR) + "/showcase.abc";
+    std::vector<json> waiting = {run_json({"tree", archive})};
+    int bare_count = 0; // subdivision meshes without creases
+    while (!waiting.empty()) {
+        const json node = waiting.back();
+        waiting.pop_back();
+        for (const json& child : node["children"])
+            waiting.push_back(child);
+        if (node["path"] == "/") continue;
+        const json dump = run_json({"dump", archive, node["path"].get<std::string>()});
+        EXPECT_EQ(dump["path"], node["path"]);
+        EXPECT_EQ(dump["kind"], node["kind"]);
+        EXPECT_EQ(dump.contains("creases"), node["kind"] == "subdivision mesh") << node["path"];
+        if (dump.contains("creases") && dump["creases"]["creases"] == 0) ++bare_count;
+    }
+    EXPECT_GT(bare_count, 0);
+}
+
 TEST(Sample, EverySubcommandCanShowIt)
 {
     const ScratchFile archive("showcase.abc");
