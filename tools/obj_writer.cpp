@@ -1,5 +1,6 @@
 #include "obj_writer.h"
 
+#include "closed_curves.h"
 #include "text.h"
 
 namespace {
@@ -42,19 +43,21 @@ void ObjWriter::add_curves(const std::string& path, const CurvesGeometry& geomet
     const bool is_periodic = curves.periodicity_type == AbcCurveHeader::PERIODICITY_TYPE_PERIODIC;
     add_object(path);
     add_vectors("v", curves.positions);
-    std::uint64_t first = position_count_ + 1;
+    unsigned int first_point = 0;
     for (const unsigned int count : curves.vertex_counts) {
+        const std::uint64_t first = position_count_ + 1 + first_point;
         if (count < 2) {
             ++skipped_count_;
         } else {
+            const unsigned int own_count = count_own_points(curves, curves.positions, first_point, count);
             file_.write("l");
-            for (unsigned int i = 0; i < count; ++i)
+            for (unsigned int i = 0; i < own_count; ++i)
                 file_.print(FMT_COMPILE(" {}"), first + i);
             if (is_periodic) file_.print(FMT_COMPILE(" {}"), first);
             file_.write("\n");
             ++line_count_;
         }
-        first += count;
+        first_point += count;
     }
     position_count_ += curves.positions.get_count();
 }

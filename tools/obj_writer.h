@@ -22,7 +22,7 @@ public:
     /// Points, the first UV map, normals, and faces under the names of their shading groups ("g" and "usemtl"). Faces
     /// of fewer than three corners are left out and counted.
     void add_mesh(const std::string& path, const MeshGeometry& mesh);
-    /// Each curve as a line through its control points; one that is closed returns to its first.
+    /// Each curve as a line through its control points; one that is closed returns to its first, once.
     void add_curves(const std::string& path, const CurvesGeometry& geometry);
 
     std::uint64_t get_face_count() const { return face_count_; }

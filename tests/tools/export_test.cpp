@@ -1,4 +1,5 @@
 /// vo_abc export: what comes out is what was written, at the time asked for, and nothing when something is wrong.
+#include "closed_curve.h"
 #include "tool_runner.h"
 
 #include <support/abc_archives.h>
@@ -226,6 +227,31 @@ TEST(ExportObj, CurvesAreLinesAndClosedOnesReturn)
     EXPECT_EQ(obj.positions.size(), 10u);
     EXPECT_THAT(obj.lines,
                 ElementsAre(ElementsAre(1, 2, 3), ElementsAre(4, 5), ElementsAre(6, 7, 8, 6), ElementsAre(9, 10, 9)));
+}
+
+TEST(ExportObj, AClosedCurveThatRepeatsItsFirstPointsReturnsOnce)
+{
+    const ScratchFile archive("curves.abc");
+    write_archive(archive.path(), [](AbcG::OObject top) {
+        // The second curve comes near to its start, but does not repeat it.
+        std::vector<AbcG::V3f> points = make_closed_curve_points(8, 3);
+        for (const AbcG::V3f& point : make_closed_curve_points(8, 3))
+            points.push_back(point);
+        points.back().x += 0.01f;
+        const Ints counts = {11, 11};
+        for (const auto& [name, periodicity] : {std::pair("shut", AbcG::kPeriodic), {"open", AbcG::kNonPeriodic}})
+            AbcG::OCurves(top, name).getSchema().set(AbcG::OCurvesSchema::Sample(
+                AbcG::P3fArraySample(points), counts, AbcG::kCubic, periodicity, AbcG::OFloatGeomParam::Sample(),
+                AbcG::OV2fGeomParam::Sample(), AbcG::ON3fGeomParam::Sample(), AbcG::kBsplineBasis));
+    });
+    const std::string output = folder_entry(archive, "curves.obj");
+    ASSERT_EQ(export_to(archive.path(), output).status, 0);
+    const ObjFile obj(output);
+    EXPECT_EQ(obj.positions.size(), 44u);
+    EXPECT_THAT(obj.lines, ElementsAre(ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 1),
+                                       ElementsAre(12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 12),
+                                       ElementsAre(23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33),
+                                       ElementsAre(34, 35, 36, 37, 38, 39, 40, 41, 42, 43, 44)));
 }
 
 TEST(ExportPly, TextAndBinaryHoldTheSamePoints)

@@ -1,4 +1,5 @@
 /// vo_abc render: what must be seen is seen where geometry says, and nothing else.
+#include "closed_curve.h"
 #include "render_fixture.h"
 
 #include <random>
@@ -268,6 +269,27 @@ TEST_F(Render, CurvesAndPointsHaveTheirWidths)
     });
     const double radius = 2.0 * side / 10.0;
     EXPECT_NEAR(count_covered(see({"--point-width", "4"})), 3.1416 * radius * radius, 0.08 * 3.1416 * radius * radius);
+}
+
+TEST_F(Render, AClosedCurveThatRepeatsItsFirstPointsIsClosedOnce)
+{
+    const auto see_circle = [&](int repeated_count) {
+        write([&](AbcG::OObject top) {
+            const Points points = make_closed_curve_points(8, repeated_count);
+            const Ints counts = {static_cast<std::int32_t>(points.size())};
+            const std::vector<float> widths = {0.5f};
+            AbcG::OCurves(top, "circle")
+                .getSchema()
+                .set(AbcG::OCurvesSchema::Sample(
+                    AbcG::P3fArraySample(points), counts, AbcG::kCubic, AbcG::kPeriodic,
+                    AbcG::OFloatGeomParam::Sample(AbcG::FloatArraySample(widths), AbcG::kConstantScope),
+                    AbcG::OV2fGeomParam::Sample(), AbcG::ON3fGeomParam::Sample(), AbcG::kBsplineBasis));
+        });
+        return see({"--shutter", "0.1"}).pixels;
+    };
+    const auto circle = see_circle(0);
+    EXPECT_EQ(see_circle(3), circle);
+    EXPECT_NE(see_circle(2), circle); // two are a detour
 }
 
 TEST_F(Render, ThreadsFinerThanAPixelAreSeenWhereverTheyAre)

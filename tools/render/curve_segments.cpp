@@ -1,5 +1,7 @@
 #include "curve_segments.h"
 
+#include "closed_curves.h"
+
 #include <algorithm>
 
 namespace {
@@ -71,8 +73,9 @@ struct CurvePoints
 class SegmentFinder
 {
 public:
-    explicit SegmentFinder(const AbcCurveHeader& curves)
+    SegmentFinder(const AbcCurveHeader& curves, const CoreArray<GMathVec3<float>>& positions)
         : curves_(curves)
+        , positions_(positions)
         , is_closed_(curves.periodicity_type == AbcCurveHeader::PERIODICITY_TYPE_PERIODIC)
     {
     }
@@ -87,12 +90,13 @@ public:
         result_.is_cubic = basis != nullptr;
         unsigned int first = 0;
         for (unsigned int curve = 0; curve < curves_.vertex_counts.get_count(); ++curve) {
-            const CurvePoints points{first, curves_.vertex_counts[curve], lead};
+            const unsigned int count = curves_.vertex_counts[curve];
+            const CurvePoints points{first, count_own_points(curves_, positions_, first, count), lead};
             if (basis && points.count >= (is_closed_ ? 3u : 4u))
                 add_cubic(curve, points, *basis);
             else
                 add_straight(curve, points);
-            first += points.count;
+            first += count;
         }
         return std::move(result_);
     }
@@ -140,13 +144,14 @@ private:
     }
 
     const AbcCurveHeader& curves_;
+    const CoreArray<GMathVec3<float>>& positions_;
     const bool is_closed_;
     CurveSegments result_;
 };
 
 } // namespace
 
-CurveSegments find_curve_segments(const AbcCurveHeader& curves)
+CurveSegments find_curve_segments(const AbcCurveHeader& curves, const CoreArray<GMathVec3<float>>& positions)
 {
-    return SegmentFinder(curves).find();
+    return SegmentFinder(curves, positions).find();
 }

@@ -39,5 +39,5 @@ struct CurveSegments
 
 /// The segments of all curves. A curve of too few points for its basis goes straight from point to point, and so do
 /// curves without a known basis and those of varying order, unless all are of order 4: these are B-splines that reach
-/// their ends.
-CurveSegments find_curve_segments(const AbcCurveHeader& curves);
+/// their ends. `positions`, in any space, tell which closed curves repeat their first points.
+CurveSegments find_curve_segments(const AbcCurveHeader& curves, const CoreArray<GMathVec3<float>>& positions);

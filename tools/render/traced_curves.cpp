@@ -74,7 +74,7 @@ class TracedCurves : public TracedGeometry
 public:
     TracedCurves(RTCDevice device, WorldCurves object, float default_radius, const PixelWidth& pixel_width)
         : object_(std::move(object))
-        , parts_(find_curve_segments(object_.curves))
+        , parts_(find_curve_segments(object_.curves, object_.positions.front()))
         , color_(make_name_color(object_.path))
     {
         const std::size_t point_count = object_.is_usable.size();
