@@ -1,12 +1,12 @@
 #include "archive_copy.h"
 
 #include "archive_session.h"
-#include "array_repeats.h"
 #include "wide_string_watch.h"
 
 #include <Alembic/AbcCoreOgawa/All.h>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace AbcA = Alembic::AbcCoreAbstract;
@@ -135,29 +135,35 @@ private:
         } else {
             const auto array = compound.getArrayProperty(name);
             const auto to = copy.createArrayProperty(name, header.getMetaData(), type, new_sampling);
-            AbcA::ArraySamplePtr shaped; // the sample before, where it has a shape
-            ArrayRepeats known(*array);
+            std::optional<AbcA::Dimensions> before; // of the sample before
             copy_samples(*array, sampling, *to, part, [&](AbcA::index_t i) {
-                if (known.repeats(i)) return to->setFromPreviousSample();
-                AbcA::ArraySamplePtr sample;
+                AbcA::ArraySamplePtr sample; // read even if its digest is that of the one before: it may be wrong
                 array->getSample(i, sample);
-                known.note(i, *sample);
-                note_shape(path, shaped.get(), *sample);
-                shaped = sample->getDimensions().rank() > 1 ? sample : nullptr;
+                note_shape(path, *array, i, before, *sample);
+                before = sample->getDimensions();
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *sample);
                 to->setSample(*sample);
             });
         }
     }
 
+    static bool has_contents_of_previous(AbcA::ArrayPropertyReader& array, AbcA::index_t index,
+                                         const AbcA::ArraySample& sample)
+    {
+        AbcA::ArraySamplePtr previous;
+        array.getSample(index - 1, previous);
+        return previous->getKey() == sample.getKey();
+    }
+
     /// Ogawa archives take a sample for a repeat of the one before when only its shape differs, and keep no shape of
     /// one without elements.
-    void note_shape(const std::string& path, const AbcA::ArraySample* before, const AbcA::ArraySample& sample)
+    void note_shape(const std::string& path, AbcA::ArrayPropertyReader& array, AbcA::index_t index,
+                    const std::optional<AbcA::Dimensions>& before, const AbcA::ArraySample& sample)
     {
         const AbcA::Dimensions& shape = sample.getDimensions();
         const bool is_empty = shape.rank() > 1 && shape.numPoints() == 0;
-        const bool is_taken_for_repeat =
-            before && before->getDimensions() != shape && before->getKey() == sample.getKey();
+        const bool is_taken_for_repeat = before && *before != shape && before->numPoints() == shape.numPoints() &&
+                                         has_contents_of_previous(array, index, sample);
         if (!is_empty && !is_taken_for_repeat) return;
         const std::string loss = path + ": the dimensions of some samples; an Ogawa archive cannot keep them.";
         if (counts_.losses.empty() || counts_.losses.back() != loss) counts_.losses.push_back(loss);

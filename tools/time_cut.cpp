@@ -10,6 +10,17 @@ namespace {
 /// More samples than any property can have.
 constexpr std::int64_t endless = std::numeric_limits<std::uint32_t>::max();
 
+/// The sample to begin with instead of `first`. Where a cycle ends at the very time at which the next one starts, no cycle
+/// can begin in the middle of one: two of its samples would have the same time.
+std::int64_t whole_cycles(const AbcA::TimeSampling& sampling, std::int64_t first)
+{
+    const AbcA::TimeSamplingType type = sampling.getTimeSamplingType();
+    if (!type.isCyclic()) return first;
+    const std::int64_t per_cycle = type.getNumSamplesPerCycle();
+    const bool cycles_touch = sampling.getSampleTime(per_cycle) <= sampling.getSampleTime(per_cycle - 1);
+    return cycles_touch ? first - first % per_cycle : first;
+}
+
 /// What the sampling is when its sample `first` becomes number 0.
 AbcA::TimeSampling sampling_from(const AbcA::TimeSampling& sampling, const SampleSpan& samples)
 {
@@ -27,7 +38,7 @@ TimeCut::Cut TimeCut::cut(const AbcA::TimeSampling& sampling, const TimeSpan& sp
 {
     const std::int64_t count =
         sampling.getTimeSamplingType().isAcyclic() ? static_cast<std::int64_t>(sampling.getNumStoredTimes()) : endless;
-    const SampleSpan samples = {sampling.getFloorIndex(span.start, count).first,
+    const SampleSpan samples = {whole_cycles(sampling, sampling.getFloorIndex(span.start, count).first),
                                 sampling.getCeilIndex(span.end, count).first};
     // Left as it is, not computed anew: the default sampling keeps its place.
     return {samples.first == 0 ? sampling : sampling_from(sampling, samples), samples};

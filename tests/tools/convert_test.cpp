@@ -152,6 +152,7 @@ TEST_F(Convert, AFrameRangeHasTheValuesItHadAtEveryTime)
     const AbcG::TimeSampling samplings[] = {
         AbcG::TimeSampling(0.25, -1.0),
         AbcG::TimeSampling(AbcG::TimeSamplingType(3, 1.0), {0.1, 0.2, 0.7}),
+        AbcG::TimeSampling(AbcG::TimeSamplingType(3, 2.0), {-0.5, 0.0, 1.5}), // ends where the next cycle begins
         AbcG::TimeSampling(AbcG::TimeSamplingType(AbcG::TimeSamplingType::kAcyclic),
                            {-3.0, 0.0, 0.4, 0.5, 2.0, 2.5, 2.75, 3.0, 3.25, 7.0}),
         AbcG::TimeSampling(),
@@ -248,6 +249,47 @@ TEST_F(Convert, LargeSamplesThatRepeatStayRepeats)
     convert({path("in.abc")});
     EXPECT_EQ(out_text(), archive_text(*open_ogawa(path("in.abc"))));
     EXPECT_LE(std::filesystem::file_size(path("out.abc")), std::filesystem::file_size(path("in.abc")));
+}
+
+TEST_F(Convert, ReadsWhatDigestsSayOtherwiseAndNamesShapesThatChangeAlone)
+{
+    const AbcA::DataType type(AbcA::kFloat32POD, 1);
+    std::vector<float> first(30000, 1.0f), second(30000, 2.0f);
+    {
+        const AbcA::ArchiveWriterPtr archive = Alembic::AbcCoreOgawa::WriteArchive()(path("in.abc"), AbcA::MetaData());
+        const auto property =
+            archive->getTop()->getProperties()->createArrayProperty("values", AbcA::MetaData(), type, 0);
+        AbcA::Dimensions shape;
+        shape.setRank(2);
+        shape[0] = 3;
+        shape[1] = 10000;
+        property->setSample(AbcA::ArraySample(first.data(), type, AbcA::Dimensions(30000)));
+        property->setSample(AbcA::ArraySample(second.data(), type, shape));
+    }
+    const std::string good = read_file(path("in.abc"));
+    const auto bytes_of = [](const std::vector<float>& values) {
+        return std::string(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float));
+    };
+    constexpr std::size_t digest_size = 16; // stands before the values
+    const std::size_t first_place = good.find(bytes_of(first)), second_place = good.find(bytes_of(second));
+    ASSERT_NE(first_place, good.npos);
+    ASSERT_NE(second_place, good.npos);
+
+    std::string same_digest = good;
+    same_digest.replace(second_place - digest_size, digest_size, good, first_place - digest_size, digest_size);
+    write_file(path("in.abc"), same_digest);
+    convert({path("in.abc")});
+    AbcA::ArraySamplePtr sample;
+    open_ogawa(path("out.abc"))->getTop()->getProperties()->getArrayProperty("values")->getSample(1, sample);
+    EXPECT_EQ(static_cast<const float*>(sample->getData())[0], 2.0f);
+
+    std::string same_values = good;
+    same_values.replace(second_place, bytes_of(first).size(), bytes_of(first));
+    write_file(path("in.abc"), same_values);
+    const ToolRun run = run_tool({"convert", path("in.abc"), "-o", path("in.abc")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, HasSubstr("values: the dimensions of some samples"));
+    EXPECT_EQ(read_file(path("in.abc")), same_values) << "not written over";
 }
 
 TEST_F(Convert, WritesToPlainFilesOnly)

@@ -10,12 +10,31 @@ namespace Alembic {
 namespace AbcCoreHDF5 {
 inline namespace ALEMBIC_VERSION_NS {
 
+namespace {
+
+/// libhdf5 keeps hundreds of megabytes of what describes objects by default; nearly all of it is needed once.
+void limit_metadata_cache(hid_t access, const std::string& failure)
+{
+    H5AC_cache_config_t config;
+    config.version = H5AC__CURR_CACHE_CONFIG_VERSION;
+    if (H5Pget_mdc_config(access, &config) < 0) throw_failed(failure);
+    config.set_initial_size = true;
+    config.initial_size = config.min_size = config.max_size = metadata_cache_bytes;
+    config.incr_mode = H5C_incr__off;
+    config.flash_incr_mode = H5C_flash_incr__off;
+    config.decr_mode = H5C_decr__off;
+    if (H5Pset_mdc_config(access, &config) < 0) throw_failed(failure);
+}
+
+} // namespace
+
 File::File(const std::string& name)
 {
     const std::string failure = "Nonexistent or not an Alembic file: " + name;
     const Handle driver = register_driver();
     const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), failure);
     if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed(failure);
+    limit_metadata_cache(access.id(), failure);
     file_ = Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
     const std::string refusal = take_driver_refusal();
     if (!file_ && !refusal.empty()) ABCA_THROW(failure << ": " << refusal);

@@ -4,6 +4,7 @@
 
 #include <Alembic/Util/Config.h>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Alembic {
@@ -38,6 +39,9 @@ constexpr std::uint64_t check_budget(std::uint64_t file_size)
 /// Objects whose checks read no more than that are checked again whenever they are opened: to remember millions of
 /// small data sets would cost more.
 constexpr std::uint64_t forgotten_check_bytes = 4096;
+
+/// What libhdf5 keeps of the description of each file's objects.
+constexpr std::size_t metadata_cache_bytes = std::size_t(1) << 20;
 
 /// Deflate makes data smaller by no more than this factor: what promises more than the stored bytes can hold is refused
 /// before anything is allocated.
