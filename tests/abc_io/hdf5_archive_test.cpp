@@ -192,6 +192,17 @@ std::string read_animation_header(const AbcFileList& files, const char* object,
     return read(*handle, object, header) ? Result().add(double(header.sample_count)).text() : "";
 }
 
+std::string read_normals(const AbcFileList& files, const char* object,
+                         bool (*bind)(AbcInputArchiveHandle&, const CoreString&, AbcDeformationHeader&),
+                         bool (*evaluate)(const AbcInputArchiveHandle&, const double&, CoreArray<GeometryNormalMap>&))
+{
+    OpenHandle handle(files);
+    AbcDeformationHeader header;
+    CoreArray<GeometryNormalMap> maps;
+    const bool good = bind(*handle, object, header) && evaluate(*handle, time_between, maps);
+    return good ? Result().add(double(maps.get_count())).text() : "";
+}
+
 std::vector<Reader> all_readers()
 {
     return {
@@ -224,6 +235,14 @@ std::vector<Reader> all_readers()
                         [](const AbcFileList& files, Positions positions, Positions velocities) {
                             return AbcInput::load_curve_deformation(files, "/body/curves", time_between, positions,
                                                                     velocities, false);
+                        }),
+        position_reader("evaluate_curve_deformation",
+                        [](const AbcFileList& files, Positions positions, Positions velocities) {
+                            OpenHandle handle(files);
+                            AbcDeformationHeader header;
+                            return AbcInput::get_curve_deformation_header(*handle, "/body/curves", header) &&
+                                   AbcInput::evaluate_curve_deformation(*handle, time_between, positions, velocities,
+                                                                        false);
                         }),
         position_reader("load_points",
                         [](const AbcFileList& files, Positions positions, Positions velocities) {
@@ -313,6 +332,26 @@ std::vector<Reader> all_readers()
                                AbcInput::evaluate_pivot_matrix(*handle, time_between, matrix);
              return good ? Result().add(matrix[0][3]).text() : "";
          }},
+        {"evaluate_pivot_data",
+         [](const AbcFileList& files) {
+             OpenHandle handle(files);
+             AbcAnimationHeader header;
+             AbcPivotData pivots;
+             return AbcInput::get_animation_header(*handle, "/body", header) &&
+                            AbcInput::evaluate_pivot_data(*handle, time_between, pivots)
+                        ? "good"
+                        : "";
+         }},
+        {"evaluate_mesh_normals",
+         [](const AbcFileList& files) {
+             return read_normals(files, "/body/shape", AbcInput::get_mesh_deformation_header,
+                                 AbcInput::evaluate_mesh_normals);
+         }},
+        {"evaluate_curve_normals",
+         [](const AbcFileList& files) {
+             return read_normals(files, "/body/curves", AbcInput::get_curve_deformation_header,
+                                 AbcInput::evaluate_curve_normals);
+         }},
         {"get_pivot_data",
          [](const AbcFileList& files) {
              AbcPivotData pivots;
@@ -339,6 +378,17 @@ std::vector<Reader> all_readers()
              AbcDeformationHeader header;
              AbcInput::get_mesh_deformation_header(*handle, "/body/shape", header);
              return std::string(AbcInput::get_object_data_hash_key(*handle, 1.0).get_data());
+         }},
+        {"evaluate_property",
+         [](const AbcFileList& files) {
+             OpenHandle handle(files);
+             AbcDeformationHeader header;
+             AbcInput::PropertyType type;
+             ResourceProperty property;
+             const bool good = AbcInput::get_mesh_deformation_header(*handle, "/body/shape", header) &&
+                               AbcInput::get_property_type(*handle, "id", type) &&
+                               AbcInput::evaluate_property(*handle, "id", time_between, property);
+             return good ? Result().add(double(type.sample_count)).text() : "";
          }},
         {"load_property",
          [](const AbcFileList& files) {
