@@ -68,25 +68,34 @@ std::string describe(const Image& image)
     return fmt::format("{} x {} pixels", image.get_width(), image.get_height());
 }
 
+/// What was made of an archive, and how many of its objects could not be read for it.
+struct RenderResult
+{
+    std::string summary;
+    std::size_t left_out_count = 0;
+};
+
 /// One file for each time.
-std::string render_files(const ArchiveSession& session, const RenderArguments& arguments,
-                         const std::vector<std::string>& paths, const std::vector<double>& times)
+RenderResult render_files(const ArchiveSession& session, const RenderArguments& arguments,
+                          const std::vector<std::string>& paths, const std::vector<double>& times)
 {
     RenderProgress progress(times.size() + 1);
     FrameRenderer renderer(session, arguments.options, times, default_size, progress.get());
+    RenderResult result;
     for (std::size_t i = 0; i < times.size(); ++i) {
         progress.finish_part();
         const Image image = renderer.render(times[i], progress.get());
         write_png(paths[i], image);
-        if (i + 1 < times.size()) continue;
-        return paths.front() + (i > 0 ? " to " + paths.back() : "") + ": " + describe(image) + ", " +
-               time_range(times.front(), times.back());
+        if (i + 1 == times.size())
+            result.summary = paths.front() + (i > 0 ? " to " + paths.back() : "") + ": " + describe(image) + ", " +
+                             time_range(times.front(), times.back());
     }
-    return "";
+    result.left_out_count = renderer.get_left_out_count();
+    return result;
 }
 
 /// One file with pictures over the whole time of the archive.
-std::string render_sheet(const ArchiveSession& session, const RenderArguments& arguments)
+RenderResult render_sheet(const ArchiveSession& session, const RenderArguments& arguments)
 {
     const int count = *arguments.sheet_count;
     double start = 0.0, end = 0.0;
@@ -107,16 +116,17 @@ std::string render_sheet(const ArchiveSession& session, const RenderArguments& a
         sheet.add(renderer.render(time, progress.get()), time);
     }
     write_png(arguments.output, sheet.get_image());
-    return arguments.output + ": " + counted(times.size(), "picture", "pictures") + ", " + describe(sheet.get_image()) +
-           ", " + time_range(start, end);
+    return {arguments.output + ": " + counted(times.size(), "picture", "pictures") + ", " +
+                describe(sheet.get_image()) + ", " + time_range(start, end),
+            renderer.get_left_out_count()};
 }
 
 void run_render(const RenderArguments& arguments)
 {
     const ArchiveSession session(arguments.files);
-    std::string summary;
+    RenderResult result;
     if (arguments.sheet_count) {
-        summary = render_sheet(session, arguments);
+        result = render_sheet(session, arguments);
     } else if (arguments.frames.range) {
         const auto [first, last] = *arguments.frames.range;
         const double fps = arguments.frames.get_frame_rate(session);
@@ -126,12 +136,15 @@ void run_render(const RenderArguments& arguments)
             paths.push_back(make_frame_path(arguments.output, frame));
             times.push_back(static_cast<double>(frame) / fps);
         }
-        summary = render_files(session, arguments, paths, times);
+        result = render_files(session, arguments, paths, times);
     } else {
         const double time = arguments.time.value_or(session.get_start_time());
-        summary = render_files(session, arguments, {arguments.output}, {time});
+        result = render_files(session, arguments, {arguments.output}, {time});
     }
-    fmt::print("{}\n", printable(summary));
+    fmt::print("{}\n", printable(result.summary));
+    if (result.left_out_count > 0)
+        throw session.error(counted(result.left_out_count, "object", "objects") +
+                            " left out: what cannot be read cannot be shown. 'vo_abc check' lists all damage.");
 }
 
 /// Reads "1280x720".

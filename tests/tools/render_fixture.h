@@ -94,7 +94,8 @@ protected:
     }
 
     /// The picture that the camera sees, transparent where there is nothing, one sample in the middle of each pixel.
-    PngFile see(std::vector<std::string> options = {})
+    /// `status` is the exit status that is expected beside it.
+    PngFile see(std::vector<std::string> options = {}, int status = 0)
     {
         options.insert(options.begin(), {"--camera", "/camera", "--transparent"});
         if (std::find(options.begin(), options.end(), "--size") == options.end())
@@ -102,7 +103,7 @@ protected:
         if (std::find(options.begin(), options.end(), "--samples") == options.end())
             options.insert(options.end(), {"--samples", "1"});
         const ToolRun result = run(options, picture_.path());
-        EXPECT_EQ(result.status, 0) << result.errors;
+        EXPECT_EQ(result.status, status) << result.errors;
         errors_ = result.errors;
         return PngFile(picture_.path());
     }

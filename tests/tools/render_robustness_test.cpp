@@ -15,9 +15,16 @@ TEST_F(Render, WhatCannotBeDrawnIsLeftOut)
         add_mesh(top, "mesh", points, {0, 1, 2, 3, 0, 1, 7, 0, 1, 4, 2, 3, 5, 1, 2, 6, 6}, {4, 3, 3, 3, 2, 2});
         add_mesh(top, "corrupt", rectangle(0, 1, 0, 1), {0, 1, 2, 90}, {4});
     });
-    const Extent extent = find_extent(see());
+    const Extent extent = find_extent(see({}, 1));
     EXPECT_NEAR(extent.right, 4.0 * side / 10.0, 1.0);
     EXPECT_THAT(errors_, HasSubstr("/corrupt: the mesh cannot be read"));
+    EXPECT_THAT(errors_, HasSubstr(": 1 object left out: "));
+    see({"--object", "/mesh"}); // polygons that are left out are no failure
+    const ToolRun frames = run({"--frames", "1-2", "--fps", "24", "--size", "8x8"}, picture_.path());
+    EXPECT_EQ(frames.status, 1);
+    EXPECT_THAT(frames.errors, HasSubstr(": 1 object left out: ")) << "however many pictures miss it";
+    EXPECT_TRUE(std::filesystem::exists(picture_.folder() + "/picture.0002.png"));
+    EXPECT_EQ(run({"--sheet", "2", "--size", "8x8"}, picture_.path()).status, 1);
     EXPECT_EQ(run({"--object", "/corrupt"}, picture_.path() + ".none.png").status, 1);
     EXPECT_FALSE(std::filesystem::exists(picture_.path() + ".none.png"));
 }

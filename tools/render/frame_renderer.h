@@ -27,6 +27,8 @@ public:
     Image render(double time, const Progress& on_progress);
 
     const ImageSize& get_size() const { return *size_; }
+    /// Objects that could not be read at one of the times so far.
+    std::size_t get_left_out_count() const { return gatherer_.get_left_out_count(); }
 
 private:
     void find_view(const std::vector<double>& times, const Progress& on_progress);

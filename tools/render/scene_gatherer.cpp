@@ -127,7 +127,7 @@ SceneGatherer::SceneGatherer(const ArchiveSession& session, const std::string& o
         return true;
     };
     const auto skip = [&](const ToolError& error) {
-        ++failed_count_;
+        ++unlisted_count_;
         warn(error.what());
     };
     walk_objects(session, session.find(object_path), visit, skip);
@@ -147,7 +147,10 @@ WorldScene SceneGatherer::gather(const Shutter& shutter)
                 warn(std::string(error.what()) + " It is left out.");
             }
         });
-        ++(is_read ? read_count_ : failed_count_);
+        if (is_read)
+            ++read_count_;
+        else
+            unreadable_.insert(item.path);
         if (is_read && !log.empty()) warn(log); // of a failure the error says more
     }
     return scene;

@@ -22,7 +22,9 @@ public:
     WorldScene gather(const Shutter& shutter);
 
     /// Whether there was something to read and every attempt to read failed.
-    bool has_only_failed() const { return failed_count_ > 0 && read_count_ == 0; }
+    bool has_only_failed() const { return get_left_out_count() > 0 && read_count_ == 0; }
+    /// Objects that could not be read, at one time or another; each was named in a warning.
+    std::size_t get_left_out_count() const { return unlisted_count_ + unreadable_.size(); }
 
 private:
     struct Item
@@ -45,5 +47,6 @@ private:
     const bool wants_velocities_;
     std::vector<Item> items_;
     std::set<std::string> warnings_; ///< those given
-    std::size_t read_count_ = 0, failed_count_ = 0;
+    std::size_t read_count_ = 0, unlisted_count_ = 0;
+    std::set<std::string> unreadable_; ///< paths
 };
