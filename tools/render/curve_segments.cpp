@@ -88,6 +88,7 @@ public:
         if (is_variable && are_all_of_order_4()) basis = &bspline_basis;
         const unsigned int lead = is_variable && !is_closed_ ? 2 : 0;
         result_.is_cubic = basis != nullptr;
+        result_.is_closed = is_closed_;
         unsigned int first = 0;
         for (unsigned int curve = 0; curve < curves_.vertex_counts.get_count(); ++curve) {
             const unsigned int count = curves_.vertex_counts[curve];

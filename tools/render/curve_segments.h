@@ -32,6 +32,7 @@ struct CurveSegment
 struct CurveSegments
 {
     bool is_cubic = false;
+    bool is_closed = false;             ///< each curve returns to its start
     std::vector<BlendedPoint> vertices; ///< positions
     std::vector<BlendedPoint> widths;   ///< as many: where widths, which tangents and coefficients have none, come from
     std::vector<CurveSegment> segments;

@@ -34,7 +34,9 @@ TraceScene::TraceScene(WorldScene scene, const DefaultWidths& widths, const Pixe
         add(mesh.is_subdivision ? trace_subdivision(device_.get(), std::move(mesh))
                                 : trace_polygons(device_.get(), std::move(mesh)));
     for (WorldCurves& curves : scene.curves)
-        add(trace_curves(device_.get(), std::move(curves), widths, pixel_width));
+        for (std::unique_ptr<TracedGeometry>& geometry :
+             trace_curves(device_.get(), std::move(curves), widths, pixel_width))
+            add(std::move(geometry));
     for (WorldPoints& points : scene.points)
         add(trace_points(device_.get(), std::move(points), widths));
     rtcCommitScene(scene_.get());

@@ -69,6 +69,13 @@ private:
     bool is_per_point_, is_per_curve_;
 };
 
+/// An end of a thread that no other segment joins.
+struct ThreadEnd
+{
+    std::size_t segment;
+    bool is_last; ///< the end where the segment ends
+};
+
 class TracedCurves : public TracedGeometry
 {
 public:
@@ -91,24 +98,60 @@ public:
         for (const CurveSegment& segment : parts_.segments)
             *indices++ = segment.first_vertex;
         rtcCommitGeometry(get());
+        step_count_ = object_.positions.size();
         object_.positions.clear(); // the tracer has its own
         parts_.widths = {};
     }
 
     void describe(const RTCHit& hit, float, SurfacePoint& point) const override
     {
-        const CurveSegment& segment = parts_.segments[hit.primID];
+        describe(hit, hit.primID, hit.u, point);
+    }
+
+    /// The same of a hit at `place`, 0 to 1, along a segment.
+    void describe(const RTCHit& hit, std::size_t segment_index, float place, SurfacePoint& point) const
+    {
+        const CurveSegment& segment = parts_.segments[segment_index];
         const BlendedPoint& start = parts_.vertices[segment.first_vertex];
         const BlendedPoint& end = parts_.vertices[segment.first_vertex + (parts_.is_cubic ? 3 : 1)];
         point.geometric_normal = normalize({hit.Ng_x, hit.Ng_y, hit.Ng_z}, {0, 1, 0});
         point.normal = point.geometric_normal;
         point.velocity = {};
         if (!object_.velocities.is_empty())
-            point.velocity = mix(start.of(object_.velocities), end.of(object_.velocities), hit.u);
-        const std::size_t nearest = hit.u < 0.5f ? nearest_point(start) : nearest_point(end);
+            point.velocity = mix(start.of(object_.velocities), end.of(object_.velocities), place);
+        const std::size_t nearest = place < 0.5f ? nearest_point(start) : nearest_point(end);
         point.color = find_color(nearest, segment.curve);
         find_uv(nearest, segment.curve, point);
     }
+
+    /// Of cubic threads, which the tracer leaves open at their ends. Straight ones have none.
+    std::vector<ThreadEnd> find_open_ends() const
+    {
+        std::vector<ThreadEnd> ends;
+        if (!parts_.is_cubic) return ends;
+        const std::vector<CurveSegment>& segments = parts_.segments;
+        // Whether the segment before `after` leads to it; the ends of a closed curve lead to each other.
+        const auto are_joined = [&](std::size_t after) {
+            if (after == 0 || after == segments.size() || segments[after - 1].curve != segments[after].curve)
+                return parts_.is_closed;
+            return segments[after - 1].first_vertex + 4 == segments[after].first_vertex;
+        };
+        for (std::size_t i = 0; i < segments.size(); ++i) {
+            if (!are_joined(i)) ends.push_back({i, false});
+            if (!are_joined(i + 1)) ends.push_back({i, true});
+        }
+        return ends;
+    }
+
+    /// Centre and radius at an end, at a step of the motion.
+    const std::array<float, 4>& get_vertex(const ThreadEnd& end, unsigned int step) const
+    {
+        const void* const vertices = rtcGetGeometryBufferData(get(), RTC_BUFFER_TYPE_VERTEX, step);
+        const unsigned int vertex = parts_.segments[end.segment].first_vertex + (end.is_last ? 3 : 0);
+        return static_cast<const std::array<float, 4>*>(vertices)[vertex];
+    }
+
+    std::size_t get_step_count() const { return step_count_; }
 
 private:
     static std::size_t nearest_point(const BlendedPoint& blend)
@@ -174,12 +217,46 @@ private:
     WorldCurves object_;
     CurveSegments parts_;
     Vec3 color_;
+    std::size_t step_count_ = 0;
+};
+
+/// Spheres that close the ends of cubic threads.
+class TracedThreadEnds : public TracedGeometry
+{
+public:
+    /// `threads` live as long as this.
+    TracedThreadEnds(RTCDevice device, const TracedCurves& threads)
+        : threads_(threads)
+    {
+        if (threads.get()) ends_ = threads.find_open_ends();
+        if (ends_.empty()) return;
+        create(device, RTC_GEOMETRY_TYPE_SPHERE_POINT, threads.get_step_count());
+        for (unsigned int step = 0; step < threads.get_step_count(); ++step) {
+            auto* spheres =
+                add_buffer<std::array<float, 4>>(RTC_BUFFER_TYPE_VERTEX, step, RTC_FORMAT_FLOAT4, ends_.size());
+            for (const ThreadEnd& end : ends_)
+                *spheres++ = threads.get_vertex(end, step);
+        }
+        rtcCommitGeometry(get());
+    }
+
+    void describe(const RTCHit& hit, float, SurfacePoint& point) const override
+    {
+        const ThreadEnd& end = ends_[hit.primID];
+        threads_.describe(hit, end.segment, end.is_last ? 1.0f : 0.0f, point);
+    }
+
+private:
+    const TracedCurves& threads_;
+    std::vector<ThreadEnd> ends_;
 };
 
 } // namespace
 
-std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths,
-                                             const PixelWidth& pixel_width)
+std::array<std::unique_ptr<TracedGeometry>, 2> trace_curves(RTCDevice device, WorldCurves curves,
+                                                            const DefaultWidths& widths, const PixelWidth& pixel_width)
 {
-    return std::make_unique<TracedCurves>(device, std::move(curves), 0.5f * widths.curves, pixel_width);
+    auto threads = std::make_unique<TracedCurves>(device, std::move(curves), 0.5f * widths.curves, pixel_width);
+    auto ends = std::make_unique<TracedThreadEnds>(device, *threads);
+    return {std::move(threads), std::move(ends)};
 }

@@ -85,6 +85,7 @@ bool can_subdivide(const WorldMesh& mesh);
 std::unique_ptr<TracedGeometry> trace_polygons(RTCDevice device, WorldMesh mesh);
 std::unique_ptr<TracedGeometry> trace_subdivision(RTCDevice device, WorldMesh mesh);
 /// Threads are at least a pixel wide wherever they have a width at all: finer ones would be lost between the rays.
-std::unique_ptr<TracedGeometry> trace_curves(RTCDevice device, WorldCurves curves, const DefaultWidths& widths,
-                                             const PixelWidth& pixel_width);
+/// The second geometry closes the ends of the first, and needs it as long as it lives itself.
+std::array<std::unique_ptr<TracedGeometry>, 2> trace_curves(RTCDevice device, WorldCurves curves,
+                                                            const DefaultWidths& widths, const PixelWidth& pixel_width);
 std::unique_ptr<TracedGeometry> trace_points(RTCDevice device, WorldPoints points, const DefaultWidths& widths);
