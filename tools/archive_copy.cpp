@@ -62,6 +62,17 @@ private:
         options_.progress((static_cast<double>(counts_.objects) + done) / static_cast<double>(object_count_));
     }
 
+    /// A full disk is no damage of the object that is being copied.
+    template <class Write>
+    static void write(Write&& write_sample)
+    {
+        try {
+            write_sample();
+        } catch (const std::exception& error) {
+            throw ToolError("the copy cannot be written: " + reason_in(error.what()) + ". Is the disk full?");
+        }
+    }
+
     AbcA::ObjectReaderPtr open_child(AbcA::ObjectReader& object, std::size_t i) const
     {
         const AbcA::ObjectReaderPtr child = object.getChild(i);
@@ -130,7 +141,7 @@ private:
             copy_samples(*scalar, sampling, *to, part, [&](AbcA::index_t i) {
                 scalar->getSample(i, const_cast<void*>(value->getData()));
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *value);
-                to->setSample(value->getData());
+                write([&] { to->setSample(value->getData()); });
             });
         } else {
             const auto array = compound.getArrayProperty(name);
@@ -142,7 +153,7 @@ private:
                 note_shape(path, *array, i, before, *sample);
                 before = sample->getDimensions();
                 wide_strings_.note(object_path_, names_, static_cast<std::int64_t>(to->getNumSamples()), *sample);
-                to->setSample(*sample);
+                write([&] { to->setSample(*sample); });
             });
         }
     }

@@ -96,7 +96,14 @@ ToolError ArchiveSession::error(const std::string& what) const
 
 ToolError ArchiveSession::error(const std::string& object_path, const std::string& what) const
 {
-    return ToolError(file_names_ + ": " + object_path + ": " + what);
+    // The top object of layers has no name.
+    return ToolError(file_names_ + ": " + (object_path.empty() ? "/" : object_path) + ": " + what);
+}
+
+ToolError ArchiveSession::damage(const std::string& object_path, const std::string& reason) const
+{
+    const std::size_t end = reason.find_last_not_of(". ");
+    return error(object_path, "is damaged here (" + reason.substr(0, end + 1) + "). 'vo_abc check' lists all damage.");
 }
 
 std::string find_storage(const std::string& file)

@@ -9,6 +9,7 @@
 
 #include <exception>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,10 @@ public:
     /// An error of the archive, or of one of its objects.
     ToolError error(const std::string& what) const;
     ToolError error(const std::string& object_path, const std::string& what) const;
+    /// The error of an object that is damaged: `reason` is what noticed it, a library or a reader, has to say.
+    ToolError damage(const std::string& object_path, const std::string& reason) const;
 
-    /// What `read()` returns; whatever else it throws becomes the error of that object.
+    /// What `read()` returns; whatever it throws but ToolError becomes the damage of that object.
     template <class Read>
     auto on_object(const std::string& object_path, Read&& read) const
     {
@@ -43,8 +46,10 @@ public:
             return read();
         } catch (const ToolError&) {
             throw;
+        } catch (const std::bad_alloc&) {
+            throw error(object_path, "there is not enough memory to read it.");
         } catch (const std::exception& exception) {
-            throw error(object_path, reason_in(exception.what()));
+            throw damage(object_path, reason_in(exception.what()));
         }
     }
 

@@ -49,27 +49,32 @@ public:
 
     ArchiveSize measure(const std::vector<std::string>& files)
     {
-        const StoredFailure fail = [this](const std::string& object, const std::string& property,
-                                          const std::string& reason) {
-            throw session_.error(object, (property.empty() ? "" : property + ": ") + reason);
-        };
         for (const std::string& file : files)
             size_.file_bytes += file_size(file);
         walk_stored_objects(
             session_.get_archive().getTop().getPtr(),
             [&](const AbcA::ObjectReaderPtr& object) {
                 structure_bytes_ += 200;
-                for (const StoredProperty& property : list_stored_properties(object, fail))
-                    session_.on_object(object->getFullName(), [&] { add(object->getFullName(), property); });
+                for (const StoredProperty& property : list_stored_properties(object, fail_))
+                    try_to_add(object->getFullName(), property);
             },
-            fail);
-        look_for_copies();
+            fail_);
+        if (size_.unreadable.is_empty()) look_for_copies();
         std::stable_sort(size_.entries.begin(), size_.entries.end(),
                          [](const SizeEntry& a, const SizeEntry& b) { return a.bytes > b.bytes; });
         return std::move(size_);
     }
 
 private:
+    void try_to_add(const std::string& object, const StoredProperty& property)
+    {
+        try {
+            add(object, property);
+        } catch (const std::exception& exception) {
+            fail_(object, property.get_path(), reason_in(exception.what()));
+        }
+    }
+
     void add(const std::string& object, const StoredProperty& property)
     {
         if (property.is_compound()) return;
@@ -164,6 +169,10 @@ private:
     const ArchiveSession& session_;
     const SizeUnit unit_;
     ArchiveSize size_;
+    const StoredFailure fail_ = [this](const std::string& object, const std::string& property,
+                                       const std::string& reason) {
+        size_.unreadable.add(Severity::ERROR, object, property, reason);
+    };
     std::uint64_t structure_bytes_ = 0;       ///< names, headers, groups: an estimate, on the high side
     std::set<Alembic::Util::Digest> digests_; ///< of stored bytes: what is equal is shared whatever its type
 };

@@ -27,8 +27,9 @@ struct ArchiveSize
     std::uint64_t shared_bytes = 0; ///< what they would take more without sharing
     std::vector<SizeEntry> entries; ///< largest first
     Findings hints;                 ///< what would shrink; "saved_bytes" in the details, about
+    Findings unreadable;            ///< objects and properties that are not counted, or not to their end, and why
 };
 
 /// Reads keys and sizes of all samples, and few samples themselves. A sample that several places have is counted for
-/// the first of them. Throws ToolError for what cannot be read.
+/// the first of them.
 ArchiveSize measure_archive(const ArchiveSession& session, const std::vector<std::string>& files, SizeUnit unit);

@@ -111,7 +111,7 @@ private:
         const auto parent = object_.getParent();
         const ObjectDescription description = describe_object(
             session_, walked, parent.valid() ? read_inherited_visibility(parent) : AbcVisibilityHeader());
-        if (!description.problem.empty()) throw session_.error(path_, description.problem);
+        if (!description.problem.empty()) throw session_.damage(path_, description.problem);
         description.add_to(json);
         // The description has set the handle on the object, if it is of a kind that handles hold.
         if (description.has_samples) json["visible"] = AbcInput::is_object_visible_at(session_.get_handle(), time_);

@@ -40,6 +40,7 @@ struct ArchiveInfo
     double start_time = 0.0, end_time = 0.0; ///< seconds; meaningless unless has_times
     std::array<std::size_t, object_kind_count> object_counts{};
     std::size_t instance_count = 0;
+    std::vector<SkippedObject> unreadable;
 };
 
 void read_metadata(IArchive& archive, ArchiveInfo& info)
@@ -56,14 +57,16 @@ void read_metadata(IArchive& archive, ArchiveInfo& info)
 /// Counts every stored object once: an instance counts as one, and what it shows was counted where it is stored.
 void count_objects(const ArchiveSession& session, ArchiveInfo& info)
 {
-    walk_objects(session, session.get_archive().getTop(), [&](const WalkedObject& walked) {
+    const auto count = [&](const WalkedObject& walked) {
         const bool is_instance = !walked.instance_source.empty();
         if (is_instance)
             ++info.instance_count;
         else if (walked.kind != ObjectKind::TOP)
             ++info.object_counts[static_cast<std::size_t>(walked.kind)];
         return !is_instance;
-    });
+    };
+    walk_objects(session, session.get_archive().getTop(), count,
+                 [&](const SkippedObject& skipped) { info.unreadable.push_back(skipped); });
 }
 
 ArchiveInfo read_info(const ArchiveSession& session, const std::vector<std::string>& files)
@@ -107,6 +110,11 @@ std::string describe_frame_rate(const ArchiveInfo& info)
     return "not stored, and no sampling tells it";
 }
 
+std::string describe(const SkippedObject& skipped)
+{
+    return skipped.path + ": " + (skipped.was_visited ? "objects below are lost: " : "") + skipped.reason;
+}
+
 void print_info(const ArchiveInfo& info)
 {
     std::vector<std::pair<std::string, std::string>> rows;
@@ -126,6 +134,10 @@ void print_info(const ArchiveInfo& info)
         samplings += sampling.describe() + "\n";
     rows.emplace_back("samplings", samplings);
     rows.emplace_back("objects", describe_counts(info));
+    std::string unreadable;
+    for (const SkippedObject& skipped : info.unreadable)
+        unreadable += printable(describe(skipped)) + "\n";
+    rows.emplace_back("unreadable", unreadable);
     print_table(rows);
 }
 
@@ -162,13 +174,15 @@ Json to_json(const ArchiveInfo& info)
         json["objects"][json_key(get_kind_plural(static_cast<ObjectKind>(i)))] =
             info.object_counts[static_cast<std::size_t>(i)];
     json["objects"]["instances"] = info.instance_count;
+    json["unreadable"] = Json::array();
+    for (const SkippedObject& skipped : info.unreadable)
+        json["unreadable"].push_back(
+            {{"path", skipped.path}, {"only_below", skipped.was_visited}, {"problem", skipped.reason}});
     return json;
 }
 
-void run_info(const InfoOptions& options)
+void print(const ArchiveInfo& info, const InfoOptions& options)
 {
-    const ArchiveSession session(options.files);
-    const ArchiveInfo info = read_info(session, options.files);
     std::string statistics;
     if (options.with_statistics)
         statistics = ToolLibrary::get_log().collect(CoreLogHandler::LEVEL_INFO, [] { AbcInput::log_statistics(); });
@@ -180,6 +194,16 @@ void run_info(const InfoOptions& options)
     Json json = to_json(info);
     if (options.with_statistics) json["statistics"] = split_lines(statistics);
     print_json(json);
+}
+
+void run_info(const InfoOptions& options)
+{
+    const ArchiveSession session(options.files);
+    const ArchiveInfo info = read_info(session, options.files);
+    print(info, options);
+    if (!info.unreadable.empty())
+        throw session.error(counted(info.unreadable.size(), "object", "objects") +
+                            " cannot be read. 'vo_abc check' lists all damage.");
 }
 
 } // namespace

@@ -31,7 +31,7 @@ std::string read_key(const ArchiveSession& session, const WalkedObject& walked, 
     return session.on_object(walked.path, [&] {
         // The description sets the handle on the object.
         const ObjectDescription description = describe_object(session, walked, AbcVisibilityHeader());
-        if (!description.problem.empty()) throw session.error(walked.path, description.problem);
+        if (!description.problem.empty()) throw session.damage(walked.path, description.problem);
         return std::string(AbcInput::get_object_data_hash_key(session.get_handle(), time).get_data());
     });
 }

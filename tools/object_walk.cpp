@@ -38,11 +38,27 @@ constexpr KindWords kind_words[object_kind_count] = {
     {"other object", "other objects"},
 };
 
+/// Of every object but the top one.
+ObjectKind find_kind(const MetaData& meta_data)
+{
+    if (IXform::matches(meta_data)) return ObjectKind::TRANSFORM;
+    if (IPolyMesh::matches(meta_data)) return ObjectKind::POLYGON_MESH;
+    if (ISubD::matches(meta_data)) return ObjectKind::SUBDIVISION_MESH;
+    if (ICurves::matches(meta_data)) return ObjectKind::CURVES;
+    if (IPoints::matches(meta_data)) return ObjectKind::POINTS;
+    if (ICamera::matches(meta_data)) return ObjectKind::CAMERA;
+    if (IFaceSet::matches(meta_data)) return ObjectKind::FACE_SET;
+    if (ILight::matches(meta_data)) return ObjectKind::LIGHT;
+    if (INuPatch::matches(meta_data)) return ObjectKind::SURFACE;
+    if (Alembic::AbcMaterial::IMaterial::matches(meta_data)) return ObjectKind::MATERIAL;
+    return meta_data.get("schema").empty() ? ObjectKind::GROUP : ObjectKind::OTHER;
+}
+
 class Walk
 {
 public:
     Walk(const ArchiveSession& session, const std::function<bool(const WalkedObject&)>& visit,
-         const std::function<void(const ToolError&)>& skip)
+         const std::function<void(const SkippedObject&)>& skip)
         : session_(session)
         , visit_(visit)
         , skip_(skip)
@@ -59,27 +75,49 @@ public:
         if (!visit_(walked) || depth == max_depth || leads_back(walked)) return;
         own_paths_.push_back(object.getPtr()->getFullName());
         std::size_t child_count = 0;
-        try_to(walked.path, [&] { child_count = object.getNumChildren(); });
+        try_to([&] { child_count = object.getNumChildren(); },
+               [&] {
+                   return SkippedObject{walked.path, depth, walked.kind, true, ""};
+               });
         for (std::size_t i = 0; i < child_count; ++i) {
             IObject child;
-            if (try_to(walked.path, [&] { child = object.getChild(i); })) go(child, depth + 1);
+            if (try_to([&] { child = object.getChild(i); }, [&] { return find_child(walked, i); }))
+                go(child, depth + 1);
         }
         own_paths_.pop_back();
     }
 
 private:
-    /// False when it failed and the object is skipped.
-    template <class Read>
-    bool try_to(const std::string& path, Read&& read) const
+    /// False when it failed and the object, which `find()` tells, is skipped.
+    template <class Read, class Find>
+    bool try_to(Read&& read, Find&& find) const
     {
         try {
-            session_.on_object(path, read);
-        } catch (const ToolError& error) {
-            if (!skip_) throw;
-            skip_(error);
+            read();
+        } catch (const std::exception& exception) {
+            SkippedObject skipped = find();
+            skipped.reason = reason_in(exception.what());
+            if (!skip_) throw session_.damage(skipped.path, skipped.reason);
+            skip_(skipped);
             return false;
         }
         return true;
+    }
+
+    /// What is known of a child that cannot be opened.
+    static SkippedObject find_child(const WalkedObject& parent, std::size_t i)
+    {
+        SkippedObject child;
+        child.path = parent.path + " child " + std::to_string(i);
+        child.depth = parent.depth + 1;
+        try {
+            const AbcA::ObjectHeader& header = parent.object.getChildHeader(i);
+            child.path = (parent.path == "/" ? "" : parent.path) + "/" + header.getName();
+            child.kind = find_kind(header.getMetaData());
+        } catch (const std::exception&) {
+            // Its header is lost, too: its number must do.
+        }
+        return child;
     }
 
     /// Whether the object is an instance of one that it stands below.
@@ -91,7 +129,7 @@ private:
 
     const ArchiveSession& session_;
     const std::function<bool(const WalkedObject&)>& visit_;
-    const std::function<void(const ToolError&)>& skip_;
+    const std::function<void(const SkippedObject&)>& skip_;
     std::uint64_t count_ = 0;
     std::vector<std::string> own_paths_; ///< of the stored objects from the start down to the present parent
 };
@@ -100,19 +138,9 @@ private:
 
 ObjectKind get_object_kind(const IObject& object)
 {
-    const MetaData& meta_data = object.getMetaData();
-    if (IXform::matches(meta_data)) return ObjectKind::TRANSFORM;
-    if (IPolyMesh::matches(meta_data)) return ObjectKind::POLYGON_MESH;
-    if (ISubD::matches(meta_data)) return ObjectKind::SUBDIVISION_MESH;
-    if (ICurves::matches(meta_data)) return ObjectKind::CURVES;
-    if (IPoints::matches(meta_data)) return ObjectKind::POINTS;
-    if (ICamera::matches(meta_data)) return ObjectKind::CAMERA;
-    if (IFaceSet::matches(meta_data)) return ObjectKind::FACE_SET;
-    if (ILight::matches(meta_data)) return ObjectKind::LIGHT;
-    if (INuPatch::matches(meta_data)) return ObjectKind::SURFACE;
-    if (Alembic::AbcMaterial::IMaterial::matches(meta_data)) return ObjectKind::MATERIAL;
-    if (object.getFullName() == "/") return ObjectKind::TOP;
-    return meta_data.get("schema").empty() ? ObjectKind::GROUP : ObjectKind::OTHER;
+    const ObjectKind kind = find_kind(object.getMetaData());
+    const bool has_schema = kind != ObjectKind::GROUP && kind != ObjectKind::OTHER;
+    return !has_schema && object.getFullName() == "/" ? ObjectKind::TOP : kind;
 }
 
 const char* get_kind_name(ObjectKind kind)
@@ -132,7 +160,7 @@ bool is_mesh(ObjectKind kind)
 
 void walk_objects(const ArchiveSession& session, const IObject& start,
                   const std::function<bool(const WalkedObject&)>& visit,
-                  const std::function<void(const ToolError&)>& skip)
+                  const std::function<void(const SkippedObject&)>& skip)
 {
     Walk(session, visit, skip).go(start, 0);
 }

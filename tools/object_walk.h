@@ -7,7 +7,6 @@
 #include <string>
 
 class ArchiveSession;
-class ToolError;
 
 /// What an object is, by the schema in its header.
 enum class ObjectKind {
@@ -43,10 +42,20 @@ struct WalkedObject
     std::string instance_source; ///< full name of the object that an instance stands for; empty for all others
 };
 
+/// An object that the walk cannot open, or whose children it cannot list.
+struct SkippedObject
+{
+    std::string path; ///< full name; where the name is lost that of the parent, and the number of the child
+    int depth = 0;
+    ObjectKind kind = ObjectKind::OTHER;
+    bool was_visited = false; ///< only its children are lost
+    std::string reason;       ///< why
+};
+
 /// Calls `visit` for `start` and every object below it, parents before children, children in stored order. `visit`
 /// tells whether to go on below the object. Below an instance of one of its own ancestors, and below 1000 levels, there
-/// is no going on. Throws ToolError for an object that cannot be opened, or hands the error to `skip` and goes on with
-/// the next one; throws when instances multiply beyond 10 million objects.
+/// is no going on. Throws ToolError for an object that cannot be opened, or hands it to `skip` and goes on with the
+/// next one; throws when instances multiply beyond 10 million objects.
 void walk_objects(const ArchiveSession& session, const Alembic::Abc::IObject& start,
                   const std::function<bool(const WalkedObject&)>& visit,
-                  const std::function<void(const ToolError&)>& skip = nullptr);
+                  const std::function<void(const SkippedObject&)>& skip = nullptr);

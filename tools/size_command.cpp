@@ -50,13 +50,15 @@ void print_size(const ArchiveSize& size, std::size_t limit)
             others += size.entries[i].bytes;
     }
     if (others > 0) print(others, "in smaller places");
-    print(rest_of(size), "names, headers and structure");
+    print(rest_of(size), size.unreadable.is_empty() ? "names, headers and structure"
+                                                    : "names, headers, structure, and what cannot be read");
     print(size.file_bytes, "in all");
     if (size.shared_bytes > 0)
         fmt::print("Equal samples would take {} bytes more, stored one by one.\n", size.shared_bytes);
-    if (size.hints.is_empty()) return;
-    fmt::print("\nWhat would shrink:\n");
+    if (!size.hints.is_empty()) fmt::print("\nWhat would shrink:\n");
     size.hints.print(limit);
+    if (!size.unreadable.is_empty()) fmt::print("\nWhat cannot be read:\n");
+    size.unreadable.print(limit);
 }
 
 Json to_json(const ArchiveSize& size, const SizeOptions& options)
@@ -78,7 +80,8 @@ Json to_json(const ArchiveSize& size, const SizeOptions& options)
             {"shared_bytes", size.shared_bytes},
             {"other_bytes", rest_of(size)},
             {"entries", entries},
-            {"hints", size.hints.to_json()}};
+            {"hints", size.hints.to_json()},
+            {"unreadable", size.unreadable.to_json()}};
 }
 
 void run_size(const SizeOptions& options)
@@ -89,6 +92,9 @@ void run_size(const SizeOptions& options)
         print_json(to_json(size, options));
     else
         print_size(size, options.limit);
+    if (!size.unreadable.is_empty())
+        throw session.error(counted(size.unreadable.get_count(), "place", "places") +
+                            " cannot be read. 'vo_abc check' lists all damage.");
 }
 
 } // namespace

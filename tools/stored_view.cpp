@@ -49,6 +49,16 @@ private:
     const StoredFailure& fail_;
 };
 
+/// The full name of a child; where it is lost that of the parent, and the number of the child.
+std::string find_child_path(AbcA::ObjectReader& parent, std::size_t i)
+{
+    try {
+        return parent.getChildHeader(i).getFullName();
+    } catch (const std::exception&) {
+        return parent.getFullName() + " child " + std::to_string(i);
+    }
+}
+
 void walk(const AbcA::ObjectReaderPtr& object, const std::function<void(const AbcA::ObjectReaderPtr&)>& visit,
           const StoredFailure& fail, int depth)
 {
@@ -68,7 +78,7 @@ void walk(const AbcA::ObjectReaderPtr& object, const std::function<void(const Ab
         try {
             child = object->getChild(i);
         } catch (const std::exception& exception) {
-            fail(object->getFullName(), "", "child " + std::to_string(i) + ": " + reason_in(exception.what()));
+            fail(find_child_path(*object, i), "", reason_in(exception.what()));
         }
         if (child) walk(child, visit, fail, depth + 1);
     }

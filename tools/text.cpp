@@ -29,6 +29,13 @@ std::string printable(std::string_view text)
     return escape(text, "");
 }
 
+std::string quoted_name(const std::string& name)
+{
+    const auto is_unclear = [](char character) { return character == ' ' || character == '"'; };
+    const bool is_clear = !name.empty() && !is_unclear(name.front()) && !is_unclear(name.back());
+    return is_clear ? name : '"' + name + '"';
+}
+
 std::string printable_lines(std::string_view text)
 {
     return escape(text, "\n");

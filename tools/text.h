@@ -13,7 +13,9 @@ using Json = nlohmann::ordered_json;
 
 /// The text with control characters as \xNN: a name from a file must not command the terminal.
 std::string printable(std::string_view text);
-/// The same, but for line ends.
+/// The name of an object, in quotes where it begins or ends with a blank or a quote: nobody would see where.
+std::string quoted_name(const std::string& name);
+/// The same as `printable`, but for line ends.
 std::string printable_lines(std::string_view text);
 
 /// The lines of a text, without their ends and without empty lines.

@@ -43,12 +43,14 @@ public:
     TreeNode build(const Alembic::Abc::IObject& start)
     {
         if (const Alembic::Abc::IObject parent = start.getParent(); parent.valid())
-            start_visibility_ = read_inherited_visibility(parent);
-        walk_objects(session_, start, [&](const WalkedObject& walked) {
+            start_visibility_ =
+                session_.on_object(parent.getFullName(), [&] { return read_inherited_visibility(parent); });
+        const auto visit = [&](const WalkedObject& walked) {
             add(walked);
             // What an instance shows is printed once: where it is stored, or when the walk starts at the instance.
             return walked.depth < max_depth_ && (walked.depth == 0 || walked.instance_source.empty());
-        });
+        };
+        walk_objects(session_, start, visit, [&](const SkippedObject& skipped) { add_skipped(skipped); });
         return std::move(*root_);
     }
 
@@ -60,7 +62,26 @@ private:
         const auto depth = static_cast<std::size_t>(walked.depth);
         const AbcVisibilityHeader& inherited =
             depth == 0 ? start_visibility_ : branch_[depth - 1]->description.visibility;
-        TreeNode node{walked.object.getName(), walked.path, describe_object(session_, walked, inherited), {}};
+        add({walked.object.getName(), walked.path, describe_object(session_, walked, inherited), {}}, depth);
+    }
+
+    void add_skipped(const SkippedObject& skipped)
+    {
+        const auto depth = static_cast<std::size_t>(skipped.depth);
+        if (skipped.was_visited) {
+            std::string& problem = branch_[depth]->description.problem;
+            if (problem.empty()) ++problem_count_;
+            problem += (problem.empty() ? "" : "; ") + ("objects below are lost: " + skipped.reason);
+            return;
+        }
+        TreeNode node{skipped.path.substr(skipped.path.rfind('/') + 1), skipped.path, {}, {}};
+        node.description.kind = skipped.kind;
+        node.description.problem = skipped.reason;
+        add(std::move(node), depth);
+    }
+
+    void add(TreeNode node, std::size_t depth)
+    {
         if (!node.description.problem.empty()) ++problem_count_;
         branch_.resize(depth);
         if (depth == 0) {
@@ -85,7 +106,8 @@ void print_node(const TreeNode& node, const std::string& head)
 {
     const std::string kind = get_kind_name(node.description.kind);
     const std::string more = node.description.describe();
-    fmt::print("{}{}  [{}{}{}]\n", head, printable(node.name), kind, more.empty() ? "" : ": ", printable(more));
+    fmt::print("{}{}  [{}{}{}]\n", head, printable(quoted_name(node.name)), kind, more.empty() ? "" : ": ",
+               printable(more));
 }
 
 void print_children(const TreeNode& node, const std::string& indent)
@@ -122,7 +144,8 @@ void run_tree(const TreeOptions& options)
         print_children(root, "");
     }
     if (const std::size_t count = builder.get_problem_count())
-        throw session.error(counted(count, "object", "objects") + " cannot be read; the tree shows which and why");
+        throw session.error(counted(count, "object", "objects") +
+                            " cannot be read; the tree shows which and why. 'vo_abc check' lists all damage.");
 }
 
 } // namespace

@@ -126,9 +126,9 @@ SceneGatherer::SceneGatherer(const ArchiveSession& session, const std::string& o
         if (is_geometry(walked.kind)) items_.push_back({walked.path, walked.kind});
         return true;
     };
-    const auto skip = [&](const ToolError& error) {
+    const auto skip = [&](const SkippedObject& skipped) {
         ++unlisted_count_;
-        warn(error.what());
+        warn(session.damage(skipped.path, skipped.reason).what());
     };
     walk_objects(session, session.find(object_path), visit, skip);
 }
