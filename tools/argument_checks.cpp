@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -52,6 +53,15 @@ CLI::Validator whole_number(std::int64_t low, std::int64_t high)
         const bool is_number = error == std::errc() && end == text.data() + text.size();
         if (is_number && number >= low && number <= high) return std::string();
         return fmt::format("'{}' is no whole number from {} to {}", text, low, high);
+    };
+    return CLI::Validator(check, "");
+}
+
+CLI::Validator archive_name()
+{
+    const auto check = [](const std::string& name) {
+        const std::string extension = CLI::detail::to_lower(std::filesystem::path(name).extension().string());
+        return extension == ".abc" ? std::string() : "the name must end in .abc, '" + name + "' does not";
     };
     return CLI::Validator(check, "");
 }

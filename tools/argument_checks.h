@@ -21,6 +21,9 @@ CLI::Validator number_between(double low, double high);
 /// A whole number from `low` to `high`, both included.
 CLI::Validator whole_number(std::int64_t low, std::int64_t high = std::numeric_limits<std::int32_t>::max());
 
+/// The name of an archive to write: no command would open one of another ending.
+CLI::Validator archive_name();
+
 CLI::Validator one_of(const std::vector<std::string>& words);
 
 /// Adds an option that takes one of the words of `choices`; what it stands for goes to `value`, which must live as long

@@ -2,6 +2,7 @@
 #include "archive_arguments.h"
 #include "archive_copy.h"
 #include "archive_session.h"
+#include "argument_checks.h"
 #include "command.h"
 #include "frame_arguments.h"
 #include "interruption.h"
@@ -86,15 +87,16 @@ void add_convert_command(CLI::App& program, Action& action)
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* const command = program.add_subcommand("convert", "Any archive, HDF5 or layered, as one Ogawa archive");
     add_files_argument(*command, options->files);
-    command->add_option("-o,--output", options->output, "Archive to write; it may be the one that is read")
+    command->add_option("-o,--output", options->output, "Archive to write, .abc; it may be the one that is read")
         ->required()
-        ->type_name("OUT");
+        ->type_name("OUT.abc")
+        ->check(archive_name());
     add_frame_options(*command, options->frames, "Only the samples that these frames need");
     command
         ->add_option("--objects", options->objects,
                      "Only these objects, what is below them, what they are instances of, and all ancestors")
         ->type_name("PATH...");
-    command->footer("OUT takes its name when it is complete; on a failure or an interruption nothing is left.\n"
+    command->footer("OUT.abc takes its name when it is complete; on a failure or an interruption nothing is left.\n"
                     "Examples:\n"
                     "  vo_abc convert old_hdf5.abc -o new.abc\n"
                     "  vo_abc convert base.abc changes.abc -o flat.abc\n"

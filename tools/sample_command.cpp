@@ -1,4 +1,5 @@
 /// vo_abc sample: writes a small scene to try the other subcommands on.
+#include "argument_checks.h"
 #include "command.h"
 #include "sample/sample_archive.h"
 #include "text.h"
@@ -14,7 +15,10 @@ void add_sample_command(CLI::App& program, Action& action)
     const auto path = std::make_shared<std::string>();
     const auto is_layer = std::make_shared<bool>(false);
     CLI::App* const command = program.add_subcommand("sample", "Write a small scene to try things on");
-    command->add_option("-o,--output", *path, "Archive to write")->required()->type_name("FILE.abc");
+    command->add_option("-o,--output", *path, "Archive to write, .abc")
+        ->required()
+        ->type_name("FILE.abc")
+        ->check(archive_name());
     command->add_flag("--layer", *is_layer, "Write a layer that changes the scene, instead of the scene");
     command->footer("Examples:\n"
                     "  vo_abc sample -o scene.abc && vo_abc tree scene.abc\n"

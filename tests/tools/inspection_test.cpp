@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cctype>
 
 using namespace abc_archives;
@@ -200,6 +201,18 @@ TEST(Inspecting, NamesFromAFileDoNotCommandTheTerminal)
     EXPECT_EQ(ObjFile(output).faces.size(), 1u);
 }
 
+TEST(Inspecting, BlanksAroundNamesAreSeenInTheTree)
+{
+    const ScratchFile archive("blanks.abc");
+    write_archive(archive.path(), [](AbcG::OObject top) {
+        for (const char* const name : {"behind ", " before", "in the middle"})
+            AbcG::OXform(top, name);
+    });
+    const std::string tree = run_tool({"tree", archive.path()}).output;
+    for (const char* const line : {"── \"behind \"  [", "── \" before\"  [", "── in the middle  ["})
+        EXPECT_THAT(tree, HasSubstr(line));
+}
+
 TEST(Inspecting, AnInstanceOfAnInstanceTreeEnds)
 {
     const ScratchFile archive("instances.abc");
@@ -253,5 +266,12 @@ TEST(Sample, EverySubcommandCanShowIt)
     EXPECT_EQ(run_tool({"export", archive.path(), "-o", output + ".obj", "--time", "0.5"}).status, 0);
     EXPECT_EQ(run_tool({"export", archive.path(), "-o", output + ".ply", "--time", "0.5"}).status, 0);
     EXPECT_GT(ObjFile(output + ".obj").faces.size(), 1000u);
-    EXPECT_EQ(run_tool({"sample", "-o", archive.folder() + "/no/such/folder.abc"}).status, 1);
+
+    std::filesystem::create_directory(archive.folder() + "/folder.abc");
+    for (const char* const name : {"/no/such/folder.abc", "/folder.abc"}) {
+        const ToolRun run = run_tool({"sample", "-o", archive.folder() + name});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_THAT(run.errors, testing::StartsWith("vo_abc: " + archive.folder() + name + ": cannot be written: "));
+        EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    }
 }

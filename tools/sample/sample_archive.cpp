@@ -1,10 +1,12 @@
 #include "sample_archive.h"
 
 #include "grid_mesh.h"
+#include "new_file.h"
 #include "sample_parts.h"
 #include "tool_error.h"
 #include "tool_library.h"
 
+#include <Alembic/AbcCoreOgawa/All.h>
 #include <abc_output_archive_handle.h>
 
 #include <cmath>
@@ -90,11 +92,21 @@ void add_changes(const OObject& top, std::uint32_t sampling)
 template <class Add>
 void write_archive(const std::string& path, Add&& add)
 {
-    AbcOutputArchiveHandle archive(CoreString(path), seconds_per_frame, 0.0, ToolLibrary::get_application());
-    if (!archive.is_valid()) throw ToolError(path + ": cannot be written. Does its folder exist?");
-    add(archive.getTop(), archive.get_time_sampling_index());
-    const std::string errors = archive.get_error_log().get_data();
-    if (!errors.empty()) throw ToolError(path + ": cannot be written: " + errors);
+    NewFile file(path);
+    {
+        AbcOutputArchiveHandle archive(CoreString(file.get_temporary_path()), seconds_per_frame, 0.0,
+                                       ToolLibrary::get_application());
+        if (!archive.is_valid()) throw ToolError(path + ": cannot be written.");
+        add(archive.getTop(), archive.get_time_sampling_index());
+        const std::string errors = archive.get_error_log().get_data();
+        if (!errors.empty()) throw ToolError(path + ": cannot be written: " + reason_in(errors));
+    }
+    try {
+        Alembic::AbcCoreOgawa::ReadArchive()(file.get_temporary_path()); // one not written to its end does not open
+    } catch (const std::exception&) {
+        throw ToolError(path + ": cannot be written to its end. Is the disk full?");
+    }
+    file.commit();
 }
 
 } // namespace
