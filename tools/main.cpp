@@ -5,6 +5,7 @@
 #include "tool_library.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <cstdio>
 #include <exception>
@@ -40,6 +41,16 @@ int refuse_command(const std::string& name)
     return exit_usage;
 }
 
+/// What is wrong with the command line, and where the right way stands.
+std::string describe_usage_error(const CLI::App* program, const CLI::Error& error)
+{
+    std::string command = "vo_abc";
+    for (const CLI::App* const used : program->get_subcommands())
+        command += " " + used->get_name();
+    return printable(fmt::format("vo_abc: {}", error.what())) +
+           printable_lines(fmt::format("\nvo_abc: '{} --help' shows the options.\n", command));
+}
+
 int run(const Action& action)
 {
     try {
@@ -62,6 +73,7 @@ int main(int argc, char** argv)
     program.require_subcommand(1);
     program.footer("Several files are the layers of one archive, in the order given; the last one is the strongest.\n"
                    "Exit status: 0 done, 1 bad input, 2 wrong usage. 'vo_abc COMMAND --help' shows examples.");
+    program.failure_message(describe_usage_error);
     Action action;
     add_info_command(program, action);
     add_tree_command(program, action);

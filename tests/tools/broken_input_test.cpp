@@ -5,7 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <map>
 #include <random>
+#include <sstream>
 
 using namespace abc_archives;
 using testing::HasSubstr;
@@ -27,6 +30,24 @@ std::vector<std::vector<std::string>> commands_on(const std::string& archive, co
             {"size", archive},
             {"diff", archive, archive},
             {"convert", archive, "-o", output + ".abc"}};
+}
+
+std::size_t count_of(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+/// How often the part is in the line that has it most often.
+std::size_t count_in_a_line(const std::string& text, const std::string& part)
+{
+    std::size_t most = 0;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        most = std::max(most, count_of(line, part));
+    return most;
 }
 
 class BrokenInput : public testing::Test
@@ -104,9 +125,44 @@ TEST_F(BrokenInput, ChangedBytesNeverCrash)
                 << run.errors;
             if (run.status == 1) {
                 EXPECT_THAT(run.errors, HasSubstr("vo_abc: "));
+                // "A and B differ" names its two archives, which are one here.
+                EXPECT_LE(count_in_a_line(run.errors, file.path()), command[0] == "diff" ? 2u : 1u)
+                    << "seed " << seed << ", file " << i << ", " << command[0] << ": " << run.errors;
             }
         }
     }
+}
+
+TEST_F(BrokenInput, DamageInPlacesLeavesTheRestToBeShown)
+{
+    const std::string good = read_file(std::string(VO_SAMPLES_DIR) + "/showcase.abc");
+    const ScratchFile file("damaged.abc");
+    std::mt19937 random(1);
+    std::map<std::string, int> damaged_counts;
+    for (int i = 0; i < 60; ++i) {
+        std::string bytes = good;
+        for (int change = 0; change < 40; ++change)
+            bytes[bytes.size() / 20 + random() % (bytes.size() * 19 / 20 - 8)] = static_cast<char>(random());
+        write_file(file.path(), bytes);
+        for (const std::vector<std::string>& command :
+             std::vector<std::vector<std::string>>{{"info"}, {"tree", "--json"}, {"size"}}) {
+            std::vector<std::string> arguments = command;
+            arguments.insert(arguments.begin() + 1, file.path());
+            const ToolRun run = run_tool(arguments);
+            if (run.status == 0 || run.errors.find("is no Alembic archive") != run.errors.npos) continue;
+            ++damaged_counts[command[0]];
+            EXPECT_EQ(run.status, 1) << run.errors;
+            EXPECT_THAT(run.output, HasSubstr(command[0] == "tree"   ? "\"problem\": \""
+                                              : command[0] == "info" ? "unreadable: "
+                                                                     : "What cannot be read:\n/"))
+                << command[0] << ", file " << i;
+            EXPECT_THAT(run.errors, StartsWith("vo_abc: " + file.path() + ": "));
+            EXPECT_THAT(run.errors, HasSubstr("cannot be read"));
+            EXPECT_THAT(run.errors, HasSubstr("'vo_abc check' lists all damage."));
+        }
+    }
+    for (const char* const command : {"info", "tree", "size"})
+        EXPECT_GT(damaged_counts[command], 1) << command;
 }
 
 TEST_F(BrokenInput, ALayerThatCannotBeOpenedIsNamed)
@@ -153,11 +209,16 @@ TEST_F(BrokenInput, WrongUsageIsStatusTwo)
         {"export", archive, "-o", obj, "--frames", "1-2", "--fps", "0"},
         {"export", archive, "-o", obj, "--frames", "1-2", "--time", "1"},
         {"export", archive, "-o", obj, "--fps", "24"},
+        {"sample", "-o", scratch_.folder() + "/scene.txt"},
+        {"sample", "-o", scratch_.folder()},
+        {"convert", archive, "-o", scratch_.folder() + "/scene"},
+        {"convert", archive, "-o", obj},
     };
     for (const auto& arguments : wrong) {
         const ToolRun run = run_tool(arguments);
         EXPECT_EQ(run.status, 2) << testing::PrintToString(arguments);
-        EXPECT_NE(run.errors, "") << testing::PrintToString(arguments);
+        EXPECT_THAT(run.errors, StartsWith("vo_abc: ")) << testing::PrintToString(arguments);
+        EXPECT_EQ(count_of("\n" + run.errors, "\nvo_abc: "), count_of(run.errors, "\n")) << run.errors;
         EXPECT_EQ(run.output, "") << testing::PrintToString(arguments);
     }
     for (const std::vector<std::string>& refused :
@@ -167,6 +228,9 @@ TEST_F(BrokenInput, WrongUsageIsStatusTwo)
                                                {"diff", archive, archive, "--tolerance", "-1", "number of 0 or more"},
                                                {"dump", archive, "/body", "--time", "1e999", "'1e999' is no number"},
                                                {"watch", archive, "--for", "nan", "'nan' is no number of 0 or more"},
+                                               {"sample", "-o", "s.txt", "the name must end in .abc"},
+                                               {"convert", archive, "-o", "s.txt", "the name must end in .abc"},
+                                               {"tree", archive, "--depth", "x", "'vo_abc tree --help' shows"},
                                                {"check", archive, "--limit", "-1", "'-1' is no whole number"},
                                                {"render", archive, "-o", "x.png", "--shade", "gold",
                                                 "'gold' is none of clay, group, normal, uv, velocity"},
