@@ -24,12 +24,25 @@ AbcFileList to_file_list(const std::vector<std::string>& files)
     return AbcFileList(names);
 }
 
-/// Why the archive could not be opened, out of what the module logged: what follows the line that announces it.
-std::string opening_error(const std::string& log)
+void remove_all(const std::string& part, std::string& text)
+{
+    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at))
+        text.erase(at, part.size());
+}
+
+/// Why the archive could not be opened, out of what the module logged: what follows the line that announces it. The
+/// files' names are left out: the message begins with them.
+std::string opening_error(const std::string& log, const std::vector<std::string>& files)
 {
     constexpr std::string_view announcement = "Alembic error log:\n";
     const std::size_t start = log.find(announcement);
-    return start == log.npos ? "" : " (" + reason_in(log.substr(start + announcement.size())) + ")";
+    if (start == log.npos) return "";
+    std::string reason = reason_in(log.substr(start + announcement.size()));
+    for (const std::string& file : files) {
+        remove_all(file + ": ", reason);
+        remove_all(": " + file, reason);
+    }
+    return " (" + reason + ")";
 }
 
 } // namespace
@@ -58,7 +71,7 @@ ArchiveSession::ArchiveSession(const std::vector<std::string>& files)
         ToolLog::write(log); // warnings of an archive that opened
         return;
     }
-    throw error("is no Alembic archive, or a damaged one. Was it written to its end?" + opening_error(log));
+    throw error("is no Alembic archive, or a damaged one. Was it written to its end?" + opening_error(log, files));
 }
 
 IArchive ArchiveSession::get_archive() const
