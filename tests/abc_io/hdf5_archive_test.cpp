@@ -192,8 +192,20 @@ std::string read_animation_header(const AbcFileList& files, const char* object,
     return read(*handle, object, header) ? Result().add(double(header.sample_count)).text() : "";
 }
 
-std::string read_normals(const AbcFileList& files, const char* object,
-                         bool (*bind)(AbcInputArchiveHandle&, const CoreString&, AbcDeformationHeader&),
+using BindDeformation = bool (*)(AbcInputArchiveHandle&, const CoreString&, AbcDeformationHeader&);
+
+/// A reader of the positions of an object that the handle holds.
+Reader deformation_reader(const char* name, const char* object, BindDeformation bind,
+                          bool (*evaluate)(const AbcInputArchiveHandle&, const double&, Positions, Positions, bool))
+{
+    return position_reader(name, [=](const AbcFileList& files, Positions positions, Positions velocities) {
+        OpenHandle handle(files);
+        AbcDeformationHeader header;
+        return bind(*handle, object, header) && evaluate(*handle, time_between, positions, velocities, false);
+    });
+}
+
+std::string read_normals(const AbcFileList& files, const char* object, BindDeformation bind,
                          bool (*evaluate)(const AbcInputArchiveHandle&, const double&, CoreArray<GeometryNormalMap>&))
 {
     OpenHandle handle(files);
@@ -223,27 +235,15 @@ std::vector<Reader> all_readers()
                             return AbcInput::load_mesh_deformation(files, "/body/shape", time_between, positions,
                                                                    velocities, false);
                         }),
-        position_reader("evaluate_mesh_deformation",
-                        [](const AbcFileList& files, Positions positions, Positions velocities) {
-                            OpenHandle handle(files);
-                            AbcDeformationHeader header;
-                            return AbcInput::get_mesh_deformation_header(*handle, "/body/shape", header) &&
-                                   AbcInput::evaluate_mesh_deformation(*handle, time_between, positions, velocities,
-                                                                       false);
-                        }),
+        deformation_reader("evaluate_mesh_deformation", "/body/shape", AbcInput::get_mesh_deformation_header,
+                           AbcInput::evaluate_mesh_deformation),
         position_reader("load_curve_deformation",
                         [](const AbcFileList& files, Positions positions, Positions velocities) {
                             return AbcInput::load_curve_deformation(files, "/body/curves", time_between, positions,
                                                                     velocities, false);
                         }),
-        position_reader("evaluate_curve_deformation",
-                        [](const AbcFileList& files, Positions positions, Positions velocities) {
-                            OpenHandle handle(files);
-                            AbcDeformationHeader header;
-                            return AbcInput::get_curve_deformation_header(*handle, "/body/curves", header) &&
-                                   AbcInput::evaluate_curve_deformation(*handle, time_between, positions, velocities,
-                                                                        false);
-                        }),
+        deformation_reader("evaluate_curve_deformation", "/body/curves", AbcInput::get_curve_deformation_header,
+                           AbcInput::evaluate_curve_deformation),
         position_reader("load_points",
                         [](const AbcFileList& files, Positions positions, Positions velocities) {
                             OpenHandle handle(files);
@@ -251,14 +251,8 @@ std::vector<Reader> all_readers()
                             return AbcInput::load_points(*handle, "/body/points", time_between, positions, velocities,
                                                          false, properties, nullptr);
                         }),
-        position_reader("evaluate_point_deformation",
-                        [](const AbcFileList& files, Positions positions, Positions velocities) {
-                            OpenHandle handle(files);
-                            AbcDeformationHeader header;
-                            return AbcInput::get_point_deformation_header(*handle, "/body/points", header) &&
-                                   AbcInput::evaluate_point_deformation(*handle, time_between, positions, velocities,
-                                                                        false);
-                        }),
+        deformation_reader("evaluate_point_deformation", "/body/points", AbcInput::get_point_deformation_header,
+                           AbcInput::evaluate_point_deformation),
         sampling_reader("get_mesh_sampling",
                         [](const AbcFileList& files, GMathTimeSampling& sampling) {
                             return AbcInput::get_mesh_sampling(files, "/body/shape", 0.0, 1.0, sampling);

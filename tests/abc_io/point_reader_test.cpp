@@ -42,6 +42,15 @@ protected:
                                      nullptr);
     }
 
+    /// "/dust", with ids that never change.
+    void write_dust(const MovingSamples& moving)
+    {
+        Ids ids(moving.samples[0].size());
+        std::iota(ids.begin(), ids.end(), 5u);
+        write_archive(file_.path(),
+                      [&](AbcG::OObject top) { add_points(top, "dust", moving.sampling(), moving.samples, {ids}); });
+    }
+
     const ScratchFile file_{"points.abc"};
     const AbcFileList files_{CoreString(file_.path())};
     const AbcG::TimeSamplingPtr seconds_ = std::make_shared<AbcG::TimeSampling>(1.0, 1.0); // 1.0, 2.0 ...
@@ -56,10 +65,7 @@ const Samples moved_by_4 = {{{0, 0, 0}}, {{4, 0, 0}}};
 TEST_F(PointReader, StoredTimesGiveStoredPositionsAndBetweenThemTheFormulaHolds)
 {
     const MovingSamples moving(32, 1001);
-    Ids ids(1001);
-    std::iota(ids.begin(), ids.end(), 5u);
-    write_archive(file_.path(),
-                  [&](AbcG::OObject top) { add_points(top, "dust", moving.sampling(), moving.samples, {ids}); });
+    write_dust(moving);
     OpenHandle handle(files_);
     AbcDeformationHeader header;
     ASSERT_TRUE(AbcInput::get_point_deformation_header(*handle, "/dust", header));
@@ -75,10 +81,7 @@ TEST_F(PointReader, ManyPointsAreBlendedByTheSameFormulaAndTheirIdsNotRead)
 {
     constexpr std::size_t count = 180'000; // so many that samples are read in pieces
     const MovingSamples moving(33, count);
-    Ids ids(count);
-    std::iota(ids.begin(), ids.end(), 5u);
-    write_archive(file_.path(),
-                  [&](AbcG::OObject top) { add_points(top, "dust", moving.sampling(), moving.samples, {ids}); });
+    write_dust(moving);
     OpenHandle handle(files_);
     AbcDeformationHeader header;
     ASSERT_TRUE(AbcInput::get_point_deformation_header(*handle, "/dust", header));
