@@ -10,6 +10,7 @@
 #include <abc_input.h>
 #include <fmt/format.h>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -36,24 +37,23 @@ std::string read_key(const ArchiveSession& session, const WalkedObject& walked, 
     });
 }
 
-using Keys = std::vector<std::pair<std::string, std::string>>; ///< object and key
-
-Keys read_keys(const ArchiveSession& session, const std::vector<std::string>& objects, double time)
+/// Calls `use` with the full name and the key of each of `objects`, or of all that have one, as soon as it is read:
+/// instances can stand for millions.
+void read_keys(const ArchiveSession& session, const std::vector<std::string>& objects, double time,
+               const std::function<void(const std::string& path, const std::string& key)>& use)
 {
-    Keys keys;
     for (const std::string& path : objects) {
         const Alembic::Abc::IObject object = session.find(path);
         const WalkedObject walked{object, object.getFullName(), 0, get_object_kind(object), ""};
         if (!has_key(walked.kind))
             throw session.error(walked.path, "has no key: only meshes, curves and points have one");
-        keys.emplace_back(walked.path, read_key(session, walked, time));
+        use(walked.path, read_key(session, walked, time));
     }
-    if (!objects.empty()) return keys;
+    if (!objects.empty()) return;
     walk_objects(session, session.get_archive().getTop(), [&](const WalkedObject& walked) {
-        if (has_key(walked.kind)) keys.emplace_back(walked.path, read_key(session, walked, time));
+        if (has_key(walked.kind)) use(walked.path, read_key(session, walked, time));
         return true;
     });
-    return keys;
 }
 
 /// The files of the archive end in ".abc"; what follows them are objects.
@@ -71,16 +71,15 @@ void run_keys(const KeysOptions& options)
 {
     const auto first_object = options.arguments.begin() + static_cast<std::ptrdiff_t>(count_files(options.arguments));
     const ArchiveSession session({options.arguments.begin(), first_object});
-    const Keys keys = read_keys(session, {first_object, options.arguments.end()}, options.time);
-    if (!options.is_json) {
-        for (const auto& [path, key] : keys)
-            fmt::print("{:<42} {}\n", key, printable(path));
-        return;
-    }
     Json json = Json::object();
-    for (const auto& [path, key] : keys)
-        json[path] = key;
-    print_json(json);
+    read_keys(session, {first_object, options.arguments.end()}, options.time,
+              [&](const std::string& path, const std::string& key) {
+                  if (options.is_json)
+                      json[path] = key;
+                  else
+                      fmt::print("{:<42} {}\n", key, printable(path));
+              });
+    if (options.is_json) print_json(json);
 }
 
 } // namespace
