@@ -87,6 +87,16 @@ TEST(Replay, WhatFuzzersFound)
         replay(path.filename(), read_file(path));
 }
 
+#ifdef ALEMBIC_WITH_HDF5
+TEST(Replay, SoundHdf5Archives)
+{
+    const std::vector<fs::path> files = corpus_files("hdf5");
+    EXPECT_EQ(files.size(), 4u);
+    for (const fs::path& path : files)
+        EXPECT_TRUE(replay(path.filename(), read_file(path)).opened) << path.filename();
+}
+#endif
+
 TEST(Replay, ObjectsNestedAMillionTimes)
 {
     const std::string bytes = a_million_objects_deep();

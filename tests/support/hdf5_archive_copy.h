@@ -99,16 +99,25 @@ inline hid_t make_type(AbcA::PlainOldDataType pod, bool in_memory)
     return type;
 }
 
+/// How an archive is stored.
+enum class Form {
+    USUAL,    ///< as the older back end stores it
+    DEFLATED, ///< data sets are chunked, too
+    DENSE,    ///< links and attributes lie in heaps, found through trees, however few there are
+    LATEST,   ///< the latest form of everything
+};
+
 /// Copies one archive.
 class ArchiveCopy
 {
 public:
-    /// `deflated` data sets are chunked, the others lie in the file as they are.
-    ArchiveCopy(AbcA::ArchiveReader& source, const std::string& path, bool deflated)
+    ArchiveCopy(AbcA::ArchiveReader& source, const std::string& path, Form form)
         : source_(source)
-        , deflated_(deflated)
+        , form_(form)
     {
-        const Id file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT), H5Fclose);
+        const Id access(H5Pcreate(H5P_FILE_ACCESS), H5Pclose);
+        if (form == Form::LATEST) check(H5Pset_libver_bounds(access, H5F_LIBVER_LATEST, H5F_LIBVER_LATEST));
+        const Id file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, access), H5Fclose);
         const std::int32_t version = -8, release = 10812;
         write_attribute(file, "abc_version", H5T_STD_I32LE, H5T_NATIVE_INT32, &version, 1);
         write_attribute(file, "abc_release_version", H5T_STD_I32LE, H5T_NATIVE_INT32, &release, 1);
@@ -138,11 +147,22 @@ private:
         write_attribute(root, "abc_max_samples", H5T_STD_I64LE, H5T_NATIVE_INT64, most.data(), most.size());
     }
 
+    hid_t make_group(hid_t parent, const std::string& name, bool is_object) const
+    {
+        const Id creation(H5Pcreate(H5P_GROUP_CREATE), H5Pclose);
+        constexpr unsigned in_order = H5P_CRT_ORDER_TRACKED | H5P_CRT_ORDER_INDEXED;
+        if (is_object || form_ == Form::DENSE) check(H5Pset_link_creation_order(creation, in_order));
+        if (form_ == Form::DENSE) {
+            check(H5Pset_link_phase_change(creation, 0, 0));
+            check(H5Pset_attr_creation_order(creation, in_order));
+            check(H5Pset_attr_phase_change(creation, 0, 0));
+        }
+        return H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, creation, H5P_DEFAULT);
+    }
+
     void write_object(hid_t parent, const std::string& name, AbcA::ObjectReader& object)
     {
-        const Id order(H5Pcreate(H5P_GROUP_CREATE), H5Pclose);
-        check(H5Pset_link_creation_order(order, H5P_CRT_ORDER_TRACKED | H5P_CRT_ORDER_INDEXED));
-        const Id group(H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, order, H5P_DEFAULT), H5Gclose);
+        const Id group(make_group(parent, name, true), H5Gclose);
         write_words(group, ".prop.info", {0});
         write_metadata(group, ".prop.meta", object.getMetaData());
         write_compound(group, ".prop", *object.getProperties());
@@ -153,7 +173,7 @@ private:
     void write_compound(hid_t parent, const std::string& name, AbcA::CompoundPropertyReader& compound)
     {
         if (compound.getNumProperties() == 0) return;
-        const Id group(H5Gcreate2(parent, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT), H5Gclose);
+        const Id group(make_group(parent, name, false), H5Gclose);
         for (std::size_t i = 0; i < compound.getNumProperties(); ++i) {
             const AbcA::PropertyHeader& header = compound.getPropertyHeader(i);
             write_metadata(group, header.getName() + ".meta", header.getMetaData());
@@ -195,8 +215,7 @@ private:
 
         if (count > 0) write(group, header.getName() + ".smp0", 0);
         if (first == 0) return;
-        const Id later(H5Gcreate2(group, (header.getName() + ".smpi").c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
-                       H5Gclose);
+        const Id later(make_group(group, header.getName() + ".smpi", false), H5Gclose);
         for (std::uint32_t i = first; i <= last; ++i) {
             const std::string digits = std::to_string(i);
             write(later, std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits, i);
@@ -252,7 +271,7 @@ private:
         const StoredValues values = store(type, sample->getData(), sample->size());
 
         const Id creation(H5Pcreate(H5P_DATASET_CREATE), H5Pclose);
-        if (deflated_ && values.count > 1) {
+        if (form_ == Form::DEFLATED && values.count > 1) {
             const hsize_t chunk = (values.count + 1) / 2;
             check(H5Pset_chunk(creation, 1, &chunk));
             check(H5Pset_deflate(creation, 6));
@@ -270,13 +289,13 @@ private:
     }
 
     AbcA::ArchiveReader& source_;
-    const bool deflated_;
+    const Form form_;
 };
 
 /// Writes what `source` holds as the HDF5 archive `path`.
-inline void write_copy(AbcA::ArchiveReader& source, const std::string& path, bool deflated = false)
+inline void write_copy(AbcA::ArchiveReader& source, const std::string& path, Form form = Form::USUAL)
 {
-    const ArchiveCopy copy(source, path, deflated);
+    const ArchiveCopy copy(source, path, form);
 }
 
 } // namespace hdf5_archives

@@ -16,7 +16,7 @@ TEST(Hdf5Convert, GivesTheSameAsTheOgawaArchive)
     for (unsigned seed = 1; seed <= 6; ++seed) {
         const ScratchFile ogawa("ogawa.abc"), hdf5("hdf5.abc"), out("out.abc");
         write_random_archive(ogawa.path(), {seed});
-        hdf5_archives::write_copy(*open_ogawa(ogawa.path()), hdf5.path(), seed % 2 == 0);
+        hdf5_archives::write_copy(*open_ogawa(ogawa.path()), hdf5.path(), hdf5_archives::Form(seed % 4));
         const ToolRun run = run_tool({"convert", hdf5.path(), "-o", out.path()});
         EXPECT_EQ(run.status, 0) << run.errors;
         EXPECT_THAT(run.errors, testing::HasSubstr("HDF5 format is deprecated"));

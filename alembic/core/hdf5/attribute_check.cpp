@@ -79,7 +79,7 @@ Space check_stored_space(std::string_view stored, std::string_view name)
 {
     constexpr std::uint8_t most_extents = 1, has_most = 1;
     constexpr std::size_t first_version_padding = 5;
-    constexpr std::uint8_t kind_none = 2;
+    constexpr std::uint8_t kind_row = 1, kind_none = 2;
     ByteCursor cursor(stored);
     std::uint8_t version = 0, rank = 0, flags = 0, kind = 0;
     std::string_view padding;
@@ -87,6 +87,7 @@ Space check_stored_space(std::string_view stored, std::string_view name)
     if (version == 1 ? !cursor.take(first_version_padding, padding) : !cursor.take(kind))
         fail(name, "its space is cut");
     if (version < 1 || version > 2 || rank > most_extents || flags > has_most) fail(name, "its space is unknown");
+    if (version == 2 && (kind > kind_none || (kind != kind_row && rank > 0))) fail(name, "its space is unknown");
     std::uint64_t count = version == 2 && kind == kind_none ? 0 : 1;
     for (int i = 0; i < rank; ++i) {
         std::uint64_t extent = 0, most = 0;
@@ -109,7 +110,7 @@ std::uint8_t check_space(std::string_view message)
     return check_stored_space(message, "").rank;
 }
 
-void check_attribute(std::string_view message)
+std::string_view check_attribute(std::string_view message)
 {
     constexpr std::size_t first_version_unit = 8; // parts of the first version are padded to it
     ByteCursor cursor(message);
@@ -134,6 +135,7 @@ void check_attribute(std::string_view message)
     if (__builtin_mul_overflow(check_stored_space(space.substr(0, space_size), name).count, value_size, &size) ||
         size > cursor.left())
         fail(name, "its value is cut");
+    return name;
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -2,6 +2,7 @@
 /// The stored form of B-trees of the first version.
 #include "core/hdf5/btree_check.h"
 
+#include "core/hdf5/stored_bytes.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
@@ -33,29 +34,9 @@ struct PendingNode
     ABCA_THROW("An index is damaged: " << reason);
 }
 
-void require_inside(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size)
-{
-    if (position > file.size() || size > file.size() - position) ABCA_THROW("it ends after the file does");
-}
-
 } // namespace
 
-std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size)
-{
-    require_inside(file, position, size);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    file.read(position, &bytes[0], bytes.size());
-    return bytes;
-}
-
-std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size, ReadBudget& budget)
-{
-    require_inside(file, position, size); // only what is read is paid for
-    budget.take(size);
-    return read_bytes(file, position, size);
-}
-
-void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
+void walk_tree(const Ogawa::ByteSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
                const TreeUse& use, ReadBudget& budget)
 {
     std::vector<PendingNode> pending = {{root, -1}};

@@ -32,14 +32,8 @@ struct TreeUse
 /// Visits the tree at `root`, from its first entry to its last, whose keys have `key_size` bytes. Takes the bytes of
 /// its nodes from `budget`. Throws for nodes that do not lie in the file, are of another kind, or hang at a wrong
 /// level.
-void walk_tree(const Ogawa::FileSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
+void walk_tree(const Ogawa::ByteSource& file, std::uint64_t root, TreeKind kind, std::size_t key_size,
                const TreeUse& use, ReadBudget& budget);
-
-/// The `size` bytes at `position`. Throws when they are not all in the file.
-std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size);
-
-/// The same, taken from `budget` first.
-std::string read_bytes(const Ogawa::FileSource& file, std::uint64_t position, std::uint64_t size, ReadBudget& budget);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

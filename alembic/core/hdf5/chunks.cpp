@@ -3,6 +3,7 @@
 #include "core/hdf5/chunks.h"
 
 #include "core/hdf5/btree_check.h"
+#include "core/hdf5/stored_bytes.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
@@ -34,7 +35,7 @@ bool inflate_exactly(const std::string& stored, unsigned char* into, std::uint64
 class RowReader
 {
 public:
-    RowReader(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into)
+    RowReader(const Ogawa::ByteSource& file, const ChunkedRow& row, const std::string& name, void* into)
         : file_(file)
         , row_(row)
         , failure_("Could not read data set '" + name + "'")
@@ -47,7 +48,7 @@ public:
         ReadBudget budget(file_.size());
         TreeUse use;
         use.use_entry = [this](std::string_view key, std::uint64_t address) { read_chunk(parse_chunk(key, address)); };
-        if (row_.index.tree != ChunkIndex::nowhere)
+        if (row_.index.tree != nowhere)
             walk_tree(file_, row_.index.tree, TreeKind::CHUNKS, chunk_key_size(row_.index), use, budget);
         if (done_ != row_.bytes) ABCA_THROW(failure_ << ": a chunk is missing");
     }
@@ -76,7 +77,7 @@ private:
         done_ += wanted;
     }
 
-    const Ogawa::FileSource& file_;
+    const Ogawa::ByteSource& file_;
     const ChunkedRow& row_;
     const std::string failure_;
     unsigned char* const target_;
@@ -100,7 +101,7 @@ StoredChunk parse_chunk(std::string_view key, std::uint64_t address)
     return chunk;
 }
 
-void read_chunks(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into)
+void read_chunks(const Ogawa::ByteSource& file, const ChunkedRow& row, const std::string& name, void* into)
 {
     RowReader(file, row, name, into).read();
 }

@@ -38,7 +38,7 @@ struct ChunkedRow
 
 /// Reads all values as they are stored to `into`. Throws when a chunk is missing, or not as long as it should be;
 /// `name` is for the message.
-void read_chunks(const Ogawa::FileSource& file, const ChunkedRow& row, const std::string& name, void* into);
+void read_chunks(const Ogawa::ByteSource& file, const ChunkedRow& row, const std::string& name, void* into);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

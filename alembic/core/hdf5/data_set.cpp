@@ -85,9 +85,7 @@ void DataSet::require_storage(std::uint64_t bytes)
     if (chunked && chunk_size(creation.id(), bytes / count_) > std::max(most, chunk_floor))
         ABCA_THROW(failure << ": its chunks are larger than what is stored");
     if (!chunked) return;
-    const std::optional<ChunkIndex> index = file_.chunks_of(id());
-    if (!index) ABCA_THROW(failure << ": its chunks are indexed in a way that archives do not use");
-    chunks_ = ChunkedRow{*index, bytes, H5Pget_nfilters(creation.id()) > 0};
+    chunks_ = ChunkedRow{file_.chunks_of(id()).value(), bytes, H5Pget_nfilters(creation.id()) > 0};
 }
 
 void DataSet::read_converted(hid_t memory_type, void* into) const

@@ -31,9 +31,9 @@ void limit_metadata_cache(hid_t access, const std::string& failure)
 File::File(const std::string& name)
 {
     const std::string failure = "Nonexistent or not an Alembic file: " + name;
-    const Handle driver = register_driver();
+    driver_ = register_driver();
     const Handle access = require(Handle(H5Pcreate(H5P_FILE_ACCESS), H5Pclose), failure);
-    if (H5Pset_driver(access.id(), driver.id(), nullptr) < 0) throw_failed(failure);
+    if (H5Pset_driver(access.id(), driver_.id(), nullptr) < 0) throw_failed(failure);
     limit_metadata_cache(access.id(), failure);
     file_ = Handle(H5Fopen(name.c_str(), H5F_ACC_RDONLY, access.id()), H5Fclose);
     const std::string refusal = take_driver_refusal();
@@ -41,7 +41,7 @@ File::File(const std::string& name)
     if (!file_) throw_failed(failure);
     bytes_ = driver_bytes(file_.id());
     if (!bytes_) throw_failed(failure);
-    budget_ = ReadBudget(check_budget(bytes_->size()));
+    ledger_ = CheckLedger(check_budget(bytes_->size()));
 }
 
 void File::check(haddr_t address, const std::string& name)
@@ -49,16 +49,16 @@ void File::check(haddr_t address, const std::string& name)
     const auto known = checked_.find(address);
     std::string wrong = known == checked_.end() ? std::string() : known->second;
     if (known == checked_.end()) {
-        ReadBudget budget = budget_;
+        const std::uint64_t left = ledger_.left();
         try {
-            check_object(*bytes_, address, budget);
+            check_object(*bytes_, address, ledger_);
         } catch (const std::exception& error) {
             wrong = error.what();
         }
-        if (budget_.left() - budget.left() > forgotten_check_bytes) {
+        if (left - ledger_.left() > forgotten_check_bytes)
             checked_.emplace(address, wrong);
-            budget_ = budget;
-        }
+        else
+            ledger_.restore(left);
     }
     if (!wrong.empty()) ABCA_THROW("Could not open '" << name << "': " << wrong);
 }

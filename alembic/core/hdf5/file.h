@@ -2,9 +2,9 @@
 /// An open HDF5 file, and the way to the objects in it.
 #pragma once
 
+#include "core/hdf5/check_ledger.h"
 #include "core/hdf5/library.h"
 #include "core/hdf5/message_check.h"
-#include "core/hdf5/read_budget.h"
 #include "ogawa/byte_source.h"
 
 #include <cstdint>
@@ -24,9 +24,9 @@ public:
     /// HDF5 file.
     explicit File(const std::string& name);
 
-    const Ogawa::FileSource& bytes() const { return *bytes_; }
+    const Ogawa::ByteSource& bytes() const { return *bytes_; }
 
-    /// Where the chunks of a data set that was opened here are found; nothing when it has none, or other ones.
+    /// Where the chunks of a data set that was opened here are found; nothing when it has none.
     std::optional<ChunkIndex> chunks_of(hid_t data_set) const;
 
     /// Bytes the file has.
@@ -48,10 +48,11 @@ private:
     Handle open_object(haddr_t address, H5I_type_t kind, const std::string& name);
     void check(haddr_t address, const std::string& name);
 
+    Handle driver_; ///< libhdf5 still needs it while it closes the file
     Handle file_;
-    const Ogawa::FileSource* bytes_ = nullptr;         ///< the driver's
+    const Ogawa::ByteSource* bytes_ = nullptr;         ///< the driver's
     std::unordered_map<haddr_t, std::string> checked_; ///< what is wrong with objects that are costly to check, or ""
-    ReadBudget budget_{0};                             ///< for checking the others
+    CheckLedger ledger_{0};                            ///< of all checks
 };
 
 /// Where an object stands in its file.

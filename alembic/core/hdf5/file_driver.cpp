@@ -2,7 +2,10 @@
 /// The file driver. Its functions are called by libhdf5: no exception may leave them.
 #include "core/hdf5/file_driver.h"
 
-#include "core/hdf5/superblock_check.h"
+#include "core/hdf5/bounded_source.h"
+#include "core/hdf5/header_check.h"
+#include "core/hdf5/limits.h"
+#include "core/hdf5/superblock.h"
 
 #if H5_VERSION_GE(1, 13, 2)
 #include <H5FDdevelop.h>
@@ -23,7 +26,7 @@ namespace {
 struct OpenFile
 {
     H5FD_t common;
-    std::unique_ptr<Ogawa::FileSource> source;
+    std::unique_ptr<BoundedSource> source;
     haddr_t end_of_addresses;
 };
 
@@ -55,8 +58,11 @@ H5FD_t* driver_open(const char* name, unsigned flags, hid_t, haddr_t)
     try {
         refusal.clear();
         auto file = std::make_unique<OpenFile>();
-        file->source = std::make_unique<Ogawa::FileSource>(name);
-        check_superblock(*file->source);
+        file->source = std::make_unique<BoundedSource>(name);
+        const Superblock superblock = read_superblock(*file->source);
+        file->source->end_at(superblock.end);
+        CheckLedger ledger(check_budget(superblock.end));
+        check_object(*file->source, superblock.root, ledger);
         return &file.release()->common;
     } catch (const std::exception& error) {
         keep_refusal(error.what());
@@ -103,7 +109,7 @@ haddr_t driver_get_end_of_file(const H5FD_t* file, H5FD_mem_t)
 
 herr_t driver_get_handle(H5FD_t* file, hid_t, void** handle)
 {
-    *handle = ours(file).source.get();
+    *handle = static_cast<Ogawa::ByteSource*>(ours(file).source.get());
     return 0;
 }
 
@@ -159,10 +165,10 @@ std::string take_driver_refusal()
     return std::exchange(refusal, {});
 }
 
-const Ogawa::FileSource* driver_bytes(hid_t file)
+const Ogawa::ByteSource* driver_bytes(hid_t file)
 {
     void* source = nullptr;
-    return H5Fget_vfd_handle(file, H5P_DEFAULT, &source) < 0 ? nullptr : static_cast<const Ogawa::FileSource*>(source);
+    return H5Fget_vfd_handle(file, H5P_DEFAULT, &source) < 0 ? nullptr : static_cast<const Ogawa::ByteSource*>(source);
 }
 
 } // namespace ALEMBIC_VERSION_NS

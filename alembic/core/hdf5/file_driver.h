@@ -21,7 +21,7 @@ Handle register_driver();
 std::string take_driver_refusal();
 
 /// The bytes of a file that was opened with the driver; they stay as long as it is open. Null on failure.
-const Ogawa::FileSource* driver_bytes(hid_t file);
+const Ogawa::ByteSource* driver_bytes(hid_t file);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

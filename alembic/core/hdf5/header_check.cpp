@@ -3,14 +3,16 @@
 #include "core/hdf5/header_check.h"
 
 #include "core/hdf5/btree_check.h"
+#include "core/hdf5/checksum.h"
 #include "core/hdf5/chunks.h"
+#include "core/hdf5/dense_index_check.h"
 #include "core/hdf5/message_check.h"
+#include "core/hdf5/stored_bytes.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +27,7 @@ namespace {
 using AbcCoreOgawa::ByteCursor;
 
 constexpr std::uint16_t space_message = 0x01;
+constexpr std::uint16_t link_index_message = 0x02;
 constexpr std::uint16_t type_message = 0x03;
 constexpr std::uint16_t first_fill_message = 0x04;
 constexpr std::uint16_t fill_message = 0x05;
@@ -35,7 +38,8 @@ constexpr std::uint16_t filters_message = 0x0b;
 constexpr std::uint16_t attribute_message = 0x0c;
 constexpr std::uint16_t continuation_message = 0x10;
 constexpr std::uint16_t symbol_table_message = 0x11;
-constexpr std::uint8_t known_message_flags = 0x05; ///< it is constant; it must not be shared
+constexpr std::uint16_t attribute_index_message = 0x15;
+constexpr std::uint16_t reference_count_message = 0x16;
 
 // Flags of a header of the second version.
 constexpr std::uint8_t size_width_mask = 0x03;
@@ -44,11 +48,14 @@ constexpr std::uint8_t has_attribute_limits = 0x10;
 constexpr std::uint8_t has_times = 0x20;
 constexpr std::size_t checksum_size = 4;
 
+constexpr std::size_t first_version_unit = 8; ///< messages of the first version are padded to it
+
 /// A run of messages: of the header itself, or of one of its continuations.
 struct Run
 {
-    std::uint64_t position; ///< in the file
-    std::uint64_t size;     ///< bytes
+    std::uint64_t position;  ///< in the file
+    std::uint64_t size;      ///< bytes
+    std::size_t front, back; ///< bytes of it around the messages
 };
 
 [[noreturn]] void fail(const char* reason)
@@ -59,7 +66,7 @@ struct Run
 class HeaderCheck
 {
 public:
-    HeaderCheck(const Ogawa::FileSource& file, ReadBudget& budget)
+    HeaderCheck(const Ogawa::ByteSource& file, ReadBudget& budget)
         : file_(file)
         , budget_(budget)
     {
@@ -98,7 +105,7 @@ private:
         cursor.take(references);
         cursor.take(size);
         if (version != 1) fail("it has an unknown version");
-        return {position + prefix, size};
+        return {position + prefix, size, 0, 0};
     }
 
     Run second_version_run(std::uint64_t position, std::string_view start)
@@ -111,29 +118,28 @@ private:
         cursor.take(flags);
         if (skipped != "OHDR" || version != 2) fail("it has an unknown version");
         std::uint64_t size = 0;
-        std::string_view stored_size;
         if ((flags & has_times && !cursor.take(16, skipped)) ||
             (flags & has_attribute_limits && !cursor.take(4, skipped)) ||
-            !cursor.take(std::size_t(1) << (flags & size_width_mask), stored_size))
+            !take_sized(cursor, std::size_t(1) << (flags & size_width_mask), size) || size > file_.size())
             fail("it ends after the file does");
-        std::memcpy(&size, stored_size.data(), stored_size.size());
         is_second_version_ = true;
         messages_have_order_ = (flags & has_creation_order) != 0;
-        return {position + (start.size() - cursor.left()), size};
+        const std::size_t front = start.size() - cursor.left();
+        return {position, front + size + checksum_size, front, checksum_size};
     }
 
     void check_run(const Run& run, bool is_continuation)
     {
         const std::string bytes = read_bytes(file_, run.position, run.size, budget_);
-        std::string_view messages = bytes;
-        if (is_second_version_ && is_continuation) {
-            if (messages.size() < 4 + checksum_size || messages.substr(0, 4) != "OCHK") fail("a continuation is lost");
-            messages = messages.substr(4, messages.size() - 4 - checksum_size);
-        }
-        ByteCursor cursor(messages);
+        const std::string_view all = bytes;
+        if (is_continuation && is_second_version_ && all.substr(0, 4) != "OCHK") fail("a continuation is lost");
+        if (is_second_version_ && !ends_in_checksum(all)) fail("it does not have its checksum");
+        ByteCursor cursor(all.substr(run.front, all.size() - run.front - run.back));
         const std::size_t message_header = is_second_version_ ? (messages_have_order_ ? 6 : 4) : 8;
-        while (cursor.left() >= message_header) // what is left over is a gap
+        while (cursor.left() >= message_header)
             check_message(cursor);
+        // In the second version what is left over is a gap.
+        if (!is_second_version_ && cursor.left() > 0) fail("a message is cut");
     }
 
     void check_message(ByteCursor& cursor)
@@ -152,6 +158,7 @@ private:
         cursor.take(is_second_version_ ? (messages_have_order_ ? 2 : 0) : 3, skipped);
         if (!cursor.take(size, body)) fail("a message ends after the header does");
         if (flags & ~known_message_flags) fail("a message lies elsewhere");
+        if (!is_second_version_ && size % first_version_unit != 0) fail("a message has a size that cannot be");
         use_message(type, body);
     }
 
@@ -170,8 +177,20 @@ private:
             return check_first_fill(body);
         case fill_message:
             return check_fill(body);
+        case link_index_message:
+            require_first(header_.dense_links.has_value());
+            header_.dense_links = check_link_index(body);
+            return;
+        case attribute_index_message:
+            require_first(header_.dense_attributes.has_value());
+            header_.dense_attributes = check_attribute_index(body);
+            return;
+        case reference_count_message:
+            if (!is_second_version_ || body.size() < 5 || body[0] != 0) fail("its count of references is lost");
+            return;
         case link_message:
-            return check_link(body);
+            check_link(body);
+            return;
         case external_files_message:
             fail("values of archives do not lie in other files");
         case layout_message:
@@ -182,7 +201,8 @@ private:
         case filters_message:
             return check_filters(body);
         case attribute_message:
-            return check_attribute(body);
+            check_attribute(body);
+            return;
         case continuation_message:
             return add_continuation(body);
         case symbol_table_message:
@@ -204,7 +224,7 @@ private:
         if (!rank_ && !value_bytes_ && !has_layout_) return;
         if (!rank_ || !value_bytes_ || !has_layout_) fail("a part of a data set is lost");
         const std::optional<ChunkIndex>& chunks = header_.chunks;
-        if (chunks && (chunks->rank != *rank_ + 1 || chunks->value_bytes != *value_bytes_))
+        if (chunks && (*rank_ == 0 || chunks->rank != *rank_ + 1 || chunks->value_bytes != *value_bytes_))
             fail("its chunks are not those of its values");
     }
 
@@ -223,10 +243,13 @@ private:
         std::uint64_t address = 0, size = 0;
         if (!cursor.take(address) || !cursor.take(size) || address > file_.size() || size == 0)
             fail("a continuation is lost");
-        runs_.push_back({address, size});
+        const std::size_t front = is_second_version_ ? 4 : 0, back = is_second_version_ ? checksum_size : 0;
+        if (size < front + back) fail("a continuation is lost");
+        runs_.push_back({address, size, front, back});
+        header_.continuations.push_back(address);
     }
 
-    const Ogawa::FileSource& file_;
+    const Ogawa::ByteSource& file_;
     ReadBudget& budget_;
     std::vector<Run> runs_;
     bool is_second_version_ = false;
@@ -237,9 +260,9 @@ private:
     ObjectHeader header_;
 };
 
-void check_chunks(const Ogawa::FileSource& file, const ChunkIndex& chunks, ReadBudget& budget)
+void check_chunks(const Ogawa::ByteSource& file, const ChunkIndex& chunks, ReadBudget& budget)
 {
-    if (chunks.tree == ChunkIndex::nowhere) return;
+    if (chunks.tree == nowhere) return;
     TreeUse use;
     use.use_entry = [&](std::string_view key, std::uint64_t address) {
         if (parse_chunk(key, address).size > file.size() - address) fail("a chunk ends after the file does");
@@ -249,18 +272,24 @@ void check_chunks(const Ogawa::FileSource& file, const ChunkIndex& chunks, ReadB
 
 } // namespace
 
-ObjectHeader check_object_header(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
+ObjectHeader check_object_header(const Ogawa::ByteSource& file, std::uint64_t position, ReadBudget& budget)
 {
     HeaderCheck check(file, budget);
     check.check(position);
     return check.header();
 }
 
-void check_object(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
+void check_object(const Ogawa::ByteSource& file, std::uint64_t position, CheckLedger& ledger)
 {
-    const ObjectHeader header = check_object_header(file, position, budget);
-    if (header.links) check_symbol_table(file, *header.links, budget);
-    if (header.chunks) check_chunks(file, *header.chunks, budget);
+    const ObjectHeader header = check_object_header(file, position, ledger);
+    ledger.claim(position, position);
+    for (const std::uint64_t continuation : header.continuations)
+        ledger.claim(continuation, position);
+    if (header.links) check_symbol_table(file, *header.links, ledger);
+    if (header.dense_links && header.dense_links->heap != nowhere) check_dense_links(file, *header.dense_links, ledger);
+    if (header.dense_attributes && header.dense_attributes->heap != nowhere)
+        check_dense_attributes(file, *header.dense_attributes, ledger);
+    if (header.chunks) check_chunks(file, *header.chunks, ledger);
 }
 
 } // namespace ALEMBIC_VERSION_NS

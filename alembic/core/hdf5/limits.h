@@ -27,7 +27,7 @@ constexpr std::uint64_t full_name_floor = 16u << 20;
 constexpr std::uint64_t max_attribute_bytes = 64u << 20;
 
 /// What describes a file's objects - headers, tables of links, their names, indices of chunks - may be read this many
-/// times by the checks of the whole archive. Sound files need less: each part belongs to one object.
+/// times by the checks of the whole archive. Sound files need less: in them each part belongs to one object.
 constexpr std::uint64_t check_factor = 8;
 
 /// Bytes that the checks of an archive may read, all together.
@@ -39,6 +39,13 @@ constexpr std::uint64_t check_budget(std::uint64_t file_size)
 /// Objects whose checks read no more than that are checked again whenever they are opened: to remember millions of
 /// small data sets would cost more.
 constexpr std::uint64_t forgotten_check_bytes = 4096;
+
+/// Sizes of the indices and heaps that many links or attributes lie in. libhdf5 makes nodes of 512 bytes, and blocks of
+/// up to 64 KiB in rows of four.
+constexpr std::uint16_t max_index_level = 16;            ///< of a root above the leaves
+constexpr std::uint32_t max_node_bytes = 1u << 20;       ///< of an index
+constexpr std::uint64_t max_heap_block_bytes = 1u << 30; ///< that objects lie in
+constexpr std::uint16_t max_heap_row = 1024;             ///< blocks side by side
 
 /// What libhdf5 keeps of the description of each file's objects.
 constexpr std::size_t metadata_cache_bytes = std::size_t(1) << 20;

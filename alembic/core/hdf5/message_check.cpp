@@ -1,13 +1,13 @@
 /// @file
-/// The stored form of links, filters and layouts.
+/// The stored form of links, indices, filters and layouts.
 #include "core/hdf5/message_check.h"
 
+#include "core/hdf5/stored_bytes.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
 #include <cstdint>
-#include <cstring>
 
 namespace Alembic {
 namespace AbcCoreHDF5 {
@@ -22,19 +22,40 @@ using AbcCoreOgawa::ByteCursor;
     ABCA_THROW(what);
 }
 
-/// Takes a number of `width` bytes, at most 8.
-bool take_sized(ByteCursor& cursor, std::size_t width, std::uint64_t& number)
+/// Both kinds of indices: version, flags, the next number if members are numbered, then addresses.
+DenseIndex check_index(std::string_view message, std::size_t number_size)
 {
-    std::string_view bytes;
-    number = 0;
-    if (width > sizeof number || !cursor.take(width, bytes)) return false;
-    std::memcpy(&number, bytes.data(), width);
-    return true;
+    constexpr std::uint8_t is_numbered = 0x01, has_numbers_tree = 0x02, known_flags = 0x03;
+    constexpr const char* const damaged = "An index of links or attributes is damaged";
+    ByteCursor cursor(message);
+    std::uint8_t version = 0, flags = 0;
+    std::string_view number;
+    DenseIndex index = {nowhere, nowhere, nowhere};
+    if (!cursor.take(version) || !cursor.take(flags) || version != 0 || (flags & ~known_flags) ||
+        (flags & is_numbered && !cursor.take(number_size, number)) || !cursor.take(index.heap) ||
+        !cursor.take(index.by_name) || (flags & has_numbers_tree && !cursor.take(index.by_order)))
+        fail(damaged);
+    const bool is_negative = !number.empty() && number_size == 8 && (number.back() & 0x80) != 0;
+    if (is_negative || (index.heap == nowhere) != (index.by_name == nowhere) ||
+        (index.heap == nowhere && index.by_order != nowhere) ||
+        (index.heap != nowhere && flags & has_numbers_tree && index.by_order == nowhere))
+        fail(damaged);
+    return index;
 }
 
 } // namespace
 
-void check_link(std::string_view message)
+DenseIndex check_link_index(std::string_view message)
+{
+    return check_index(message, sizeof(std::int64_t));
+}
+
+DenseIndex check_attribute_index(std::string_view message)
+{
+    return check_index(message, sizeof(std::uint16_t));
+}
+
+std::string_view check_link(std::string_view message)
 {
     constexpr std::uint8_t name_width_mask = 0x03, has_order = 0x04, has_kind = 0x08, has_character_set = 0x10;
     constexpr std::uint8_t known_flags = 0x1f;
@@ -55,6 +76,7 @@ void check_link(std::string_view message)
     if (kind != hard && !take_sized(cursor, 2, target_size)) fail(damaged);
     if (!cursor.take(kind == hard ? sizeof(std::uint64_t) : target_size, target)) fail(damaged);
     if (character_set > 1 || (kind > 1 && kind != external) || (kind != hard && target.empty())) fail(damaged);
+    return name;
 }
 
 void check_filters(std::string_view message)
@@ -113,7 +135,7 @@ std::optional<ChunkIndex> check_layout(std::string_view message)
     constexpr std::size_t reserved_size = 5;
     constexpr const char* const damaged = "A layout is damaged";
     ByteCursor cursor(message);
-    std::uint8_t version = 0, kind = 0, rank = 0, flags = 0, width = 4;
+    std::uint8_t version = 0, kind = 0, rank = 0;
     std::uint64_t address = 0;
     std::string_view skipped;
     if (!cursor.take(version) || version < 1 || version > 4) fail(damaged);
@@ -126,18 +148,19 @@ std::optional<ChunkIndex> check_layout(std::string_view message)
         if (!cursor.take(size) || size > cursor.left()) fail(damaged);
     }
     if (kind != kind_chunked) return {};
-    if (version == 4 ? !cursor.take(flags) || !cursor.take(rank) || !cursor.take(width)
-                     : (version == 3 && !cursor.take(rank)) || !cursor.take(address))
-        fail(damaged);
+    if (version == 4)
+        fail(
+            "Chunks are found in a way that only later archives could use: rewrite the file with 'h5repack -f GZIP=6'");
+    if ((version == 3 && !cursor.take(rank)) || !cursor.take(address)) fail(damaged);
     // A chunk's extent along each axis, and last the size of one value.
-    std::uint64_t size = 1, extent = 0;
+    std::uint64_t size = 1;
+    std::uint32_t extent = 0;
     for (int i = 0; i < rank; ++i) {
-        if (!take_sized(cursor, width, extent) || extent == 0 || extent >= chunk_limit) fail(damaged);
+        if (!cursor.take(extent) || extent == 0) fail(damaged);
         size *= extent;
         if (size >= chunk_limit) fail(damaged);
     }
     if (rank == 0) fail(damaged);
-    if (version == 4) return {}; // indexed in other ways, with checksums
     return ChunkIndex{address, size, extent, rank};
 }
 

@@ -2,8 +2,8 @@
 /// An object of an HDF5 archive: a node of the tree that the archive keeps.
 #pragma once
 
-#include "core/hdf5/library.h"
 #include "core/common/name_index.h"
+#include "core/hdf5/library.h"
 
 #include <atomic>
 #include <cstdint>

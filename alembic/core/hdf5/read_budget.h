@@ -30,6 +30,9 @@ public:
 
     std::uint64_t left() const { return left_; }
 
+    /// As if nothing had been taken since so many were left.
+    void restore(std::uint64_t left) { left_ = left; }
+
 private:
     std::uint64_t left_;
 };

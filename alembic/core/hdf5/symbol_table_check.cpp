@@ -3,6 +3,7 @@
 #include "core/hdf5/symbol_table_check.h"
 
 #include "core/hdf5/btree_check.h"
+#include "core/hdf5/stored_bytes.h"
 #include "core/ogawa/byte_cursor.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
@@ -24,11 +25,11 @@ using AbcCoreOgawa::ByteCursor;
 }
 
 /// The names of a heap, once its list of free blocks is known to come to an end.
-std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position, ReadBudget& budget)
+std::string heap_names(const Ogawa::ByteSource& file, std::uint64_t position, CheckLedger& ledger)
 {
     constexpr std::size_t header_size = 32, signature_and_version = 8;
     constexpr std::uint64_t no_block = 1;
-    const std::string header = read_bytes(file, position, header_size, budget);
+    const std::string header = read_bytes(file, position, header_size, ledger);
     ByteCursor cursor(header);
     std::string_view start;
     std::uint64_t size = 0, free_block = 0, data = 0;
@@ -37,7 +38,9 @@ std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position, Re
     cursor.take(free_block);
     cursor.take(data);
     if (start.substr(0, 5) != std::string_view("HEAP\0", 5)) fail("its heap is lost");
-    const std::string names = read_bytes(file, data, size, budget);
+    // Right behind its header libhdf5 keeps both as one.
+    if (data != position + header_size) ledger.claim(data, position);
+    const std::string names = read_bytes(file, data, size, ledger);
 
     // Free blocks lie one behind the other, from the front to the back or not: together they fit the heap.
     std::uint64_t total = 0;
@@ -56,7 +59,7 @@ std::string heap_names(const Ogawa::FileSource& file, std::uint64_t position, Re
 }
 
 /// Most links of one node. Files of the later superblocks do not say it at their start: there it is the usual number.
-std::uint64_t most_links(const Ogawa::FileSource& file)
+std::uint64_t most_links(const Ogawa::ByteSource& file)
 {
     constexpr std::size_t version_place = 8, half_place = 16;
     constexpr std::uint64_t usual_half = 4;
@@ -93,28 +96,28 @@ void check_node(const std::string& bytes, const std::string& names, ReadBudget& 
 
 } // namespace
 
-void check_symbol_table(const Ogawa::FileSource& file, const LinkTable& table, ReadBudget& budget)
+void check_symbol_table(const Ogawa::ByteSource& file, const LinkTable& table, CheckLedger& ledger)
 {
     constexpr std::size_t key_size = 8, node_header = 8, link_size = 40;
-    const std::string names = heap_names(file, table.heap, budget);
+    const std::string names = heap_names(file, table.heap, ledger);
     const std::uint64_t most = most_links(file);
     TreeUse use;
     use.use_key = [&](std::string_view key) {
         std::uint64_t name = 0;
         ByteCursor(key).take(name);
-        check_name(names, name, budget);
+        check_name(names, name, ledger);
     };
     use.use_entry = [&](std::string_view, std::uint64_t position) {
-        const std::string header = read_bytes(file, position, node_header, budget);
+        const std::string header = read_bytes(file, position, node_header, ledger);
         ByteCursor cursor(header);
         std::string_view start;
         std::uint16_t count = 0;
         cursor.take(6, start);
         cursor.take(count);
         if (start.substr(0, 4) != "SNOD" || count > most) fail("a node is lost");
-        check_node(read_bytes(file, position + node_header, count * link_size, budget), names, budget);
+        check_node(read_bytes(file, position + node_header, count * link_size, ledger), names, ledger);
     };
-    walk_tree(file, table.tree, TreeKind::SYMBOLS, key_size, use, budget);
+    walk_tree(file, table.tree, TreeKind::SYMBOLS, key_size, use, ledger);
 }
 
 } // namespace ALEMBIC_VERSION_NS

@@ -2,7 +2,7 @@
 /// Looks through a group whose links stand in a table of their own before libhdf5 does.
 #pragma once
 
-#include "core/hdf5/read_budget.h"
+#include "core/hdf5/check_ledger.h"
 #include "ogawa/byte_source.h"
 
 #include <Alembic/Util/Config.h>
@@ -20,8 +20,8 @@ struct LinkTable
     std::uint64_t heap; ///< address of the heap of their names
 };
 
-/// Checks the links and their names, and takes their bytes from `budget`. Throws what is wrong with them.
-void check_symbol_table(const Ogawa::FileSource& file, const LinkTable& table, ReadBudget& budget);
+/// Checks the links and their names, and takes their bytes from `ledger`. Throws what is wrong with them.
+void check_symbol_table(const Ogawa::ByteSource& file, const LinkTable& table, CheckLedger& ledger);
 
 } // namespace ALEMBIC_VERSION_NS
 } // namespace AbcCoreHDF5

@@ -1,9 +1,8 @@
 /// @file
 /// The stored form of superblocks, as far as it leads to the root group.
-#include "core/hdf5/superblock_check.h"
+#include "core/hdf5/superblock.h"
 
-#include "core/hdf5/header_check.h"
-#include "core/hdf5/limits.h"
+#include "core/hdf5/stored_bytes.h"
 
 #include <Alembic/AbcCoreAbstract/All.h>
 
@@ -26,12 +25,14 @@ constexpr std::size_t longest = 96; ///< of the start that matters here
 struct Places
 {
     std::size_t address_size, length_size; ///< one byte each
-    std::size_t base, root;                ///< addresses
+    std::size_t base, end, root;           ///< addresses
+    std::size_t extension;                 ///< address of what later versions put elsewhere; 0 for none
 };
 
 const Places& places_of(std::uint8_t version)
 {
-    static const Places places[] = {{13, 14, 24, 64}, {13, 14, 28, 68}, {9, 10, 12, 36}, {9, 10, 12, 36}};
+    static const Places places[] = {
+        {13, 14, 24, 40, 64, 0}, {13, 14, 28, 44, 68, 0}, {9, 10, 12, 28, 36, 20}, {9, 10, 12, 28, 36, 20}};
     if (version >= std::size(places)) ABCA_THROW("it has an unknown version of HDF5's format");
     return places[version];
 }
@@ -46,7 +47,7 @@ std::uint64_t number_at(const std::string& bytes, std::size_t place, std::size_t
 
 } // namespace
 
-void check_superblock(const Ogawa::FileSource& file)
+Superblock read_superblock(const Ogawa::ByteSource& file)
 {
     std::string start(static_cast<std::size_t>(std::min<std::uint64_t>(longest, file.size())), '\0');
     file.read(0, &start[0], start.size());
@@ -55,8 +56,12 @@ void check_superblock(const Ogawa::FileSource& file)
     if (number_at(start, places.address_size, 1) != 8 || number_at(start, places.length_size, 1) != 8)
         ABCA_THROW("its addresses do not have 8 bytes");
     if (number_at(start, places.base, 8) != 0) ABCA_THROW("its addresses do not count from its start");
-    ReadBudget budget(check_budget(file.size()));
-    check_object(file, number_at(start, places.root, 8), budget);
+    if (places.extension != 0 && number_at(start, places.extension, 8) != nowhere)
+        ABCA_THROW("it uses parts of HDF5's format that archives do not need");
+    const Superblock superblock = {number_at(start, places.end, 8), number_at(start, places.root, 8)};
+    if (superblock.end > file.size())
+        ABCA_THROW("it has " << file.size() << " of " << superblock.end << " bytes: was copying it interrupted?");
+    return superblock;
 }
 
 } // namespace ALEMBIC_VERSION_NS
